@@ -1,0 +1,20 @@
+#pragma once
+#include "base/types.h"
+
+namespace dao {
+
+using mkl::Long;
+
+/// Open types of a record set.
+inline constexpr Long dbOpenTable = 1;
+inline constexpr Long dbOpenDynaset = 2;
+inline constexpr Long dbOpenSnapshot = 4;
+inline constexpr Long dbOpenForwardOnly = 8;
+
+/// Execute: undo the whole statement and raise where a row fails.
+inline constexpr Long dbFailOnError = 128;
+
+/// State of the copy buffer of a record set.
+enum class EditMode : Long { None = 0, InProgress = 1, Add = 2 };
+
+} // namespace dao

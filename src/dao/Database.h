@@ -1,0 +1,47 @@
+#pragma once
+#include "base/Ref.h"
+#include "dao/Constants.h"
+#include "dao/Recordset.h"
+
+#include <QString>
+#include <memory>
+
+namespace jet {
+class Schema;
+}
+
+namespace dao {
+
+class Connection;
+class Workspace;
+
+/// An open catalogue. Closing it closes its record sets; using it afterwards is error 3420.
+class Database final : public mkl::RefCounted {
+public:
+    Database(QString name, std::shared_ptr<Connection> connection);
+    ~Database() override;
+
+    /// The name it was opened under.
+    QString Name() const;
+    bool Updatable() const;
+
+    /// source is a table name (bare, blanks and slashes allowed) or a SELECT; type one of dbOpen…, 0 for the
+    /// default (table for a table name, otherwise dynaset).
+    mkl::Ref<Recordset> OpenRecordset(const QString& source, Long type = 0);
+    /// Runs an action query. options: 0 or dbFailOnError.
+    void Execute(const QString& sql, Long options = 0);
+    Long RecordsAffected() const;
+
+    /// Names of the user's tables in the order of the file.
+    QStringList tableNames() const;
+    const jet::Schema& schema() const;
+
+    void Close();
+    bool isOpen() const;
+
+private:
+    struct Data;
+    std::unique_ptr<Data> d_;
+};
+
+} // namespace dao

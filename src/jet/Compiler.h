@@ -1,0 +1,20 @@
+#pragma once
+// The whole road of a statement: text, tree, bound tree, native text.
+#include "jet/Plan.h"
+#include "jet/Schema.h"
+
+#include <QStringView>
+
+namespace jet {
+
+class Target;
+
+/// Translates a statement of the dialect. Raises mkl::RunTimeError with the dialect's numbers
+/// (3061, 3075, 3078, …); what is not understood is an error, never passed through.
+Plan compileStatement(QStringView text, const Schema& schema, const Target& target);
+
+/// Reads a criterion alone, up to the end of the text, without binding its names. Raises 3075 for a
+/// text that is no expression (a second statement, a stray parenthesis, a placeholder left in).
+void checkCriterion(QStringView text);
+
+} // namespace jet
