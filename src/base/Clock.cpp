@@ -14,7 +14,8 @@ public:
         const QDateTime local = QDateTime::currentDateTime();
         const QDate day = local.date();
         const QTime time = local.time();
-        return dateFromParts({day.year(), day.month(), day.day(), time.hour(), time.minute(), time.second()}).value_or(0.0);
+        return dateFromParts({day.year(), day.month(), day.day(), time.hour(), time.minute(), time.second()})
+            .value_or(0.0);
     }
 };
 
@@ -23,7 +24,9 @@ Clock* current = &systemClock;
 
 } // namespace
 
-Clock& clock() { return *current; }
+Clock& clock() {
+    return *current;
+}
 
 Clock* setClock(Clock* clock) {
     Clock* former = current;

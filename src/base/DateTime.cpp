@@ -11,7 +11,8 @@ long long daysFromCivil(long long year, int month, int day) {
     year -= month <= 2;
     const long long era = (year >= 0 ? year : year - 399) / 400;
     const auto yearOfEra = static_cast<unsigned>(year - era * 400);
-    const unsigned dayOfYear = (153U * static_cast<unsigned>(month + (month > 2 ? -3 : 9)) + 2) / 5 + static_cast<unsigned>(day) - 1;
+    const unsigned dayOfYear =
+        (153U * static_cast<unsigned>(month + (month > 2 ? -3 : 9)) + 2) / 5 + static_cast<unsigned>(day) - 1;
     const unsigned dayOfEra = yearOfEra * 365 + yearOfEra / 4 - yearOfEra / 100 + dayOfYear;
     return era * 146097 + static_cast<long long>(dayOfEra) - 719468;
 }
@@ -41,7 +42,9 @@ std::optional<int> digits(QStringView text, qsizetype from, qsizetype count) {
     return value;
 }
 
-bool isAt(QStringView text, qsizetype at, QChar c) { return at < text.size() && text[at] == c; }
+bool isAt(QStringView text, qsizetype at, QChar c) {
+    return at < text.size() && text[at] == c;
+}
 
 } // namespace
 
@@ -94,7 +97,8 @@ std::optional<double> dateFromIso(QStringView text) {
     const auto date = dateFromParts(parts);
     if (!date) return {};
     const DateParts back = partsOfDate(*date);
-    const bool possible = back.year == parts.year && back.month == parts.month && back.day == parts.day && back.hour == parts.hour && back.minute == parts.minute && back.second == parts.second;
+    const bool possible = back.year == parts.year && back.month == parts.month && back.day == parts.day &&
+                          back.hour == parts.hour && back.minute == parts.minute && back.second == parts.second;
     return possible ? date : std::nullopt;
 }
 

@@ -18,7 +18,9 @@ EventPump* current = &applicationPump;
 
 } // namespace
 
-EventPump& eventPump() { return *current; }
+EventPump& eventPump() {
+    return *current;
+}
 
 EventPump* setEventPump(EventPump* pump) {
     EventPump* former = current;

@@ -16,6 +16,8 @@ EventPump& eventPump();
 EventPump* setEventPump(EventPump* pump);
 
 /// Serves the queue once.
-inline void doEvents() { eventPump().serve(); }
+inline void doEvents() {
+    eventPump().serve();
+}
 
 } // namespace mkl

@@ -18,7 +18,8 @@ void PropertyBag::WriteProperty(const QString& name, const QVariant& value, cons
 
 QStringList PropertyBag::names() const {
     QStringList result;
-    for (const Entry& entry : entries_) result << entry.name;
+    for (const Entry& entry : entries_)
+        result << entry.name;
     return result;
 }
 

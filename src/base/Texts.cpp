@@ -25,29 +25,18 @@ struct NamedRow {
 #define U16(x) U16_(x)
 
 constexpr NumberedRow codedRows[] = {
-#define NAMED(id, argumentCount, text)
-#define RUNTIME(number, argumentCount, text)
 #define CODED(code, argumentCount, text) {code, argumentCount, U16(text)},
 #include "base/texts_de.def"
-#undef CODED
-#undef RUNTIME
-#define CODED(code, argumentCount, text)
 };
 
 constexpr NumberedRow runTimeRows[] = {
 #define RUNTIME(number, argumentCount, text) {number, argumentCount, U16(text)},
 #include "base/texts_de.def"
-#undef RUNTIME
-#undef NAMED
-#define RUNTIME(number, argumentCount, text)
 };
 
 constexpr NamedRow namedRows[] = {
 #define NAMED(id, argumentCount, text) {#id, argumentCount, U16(text)},
 #include "base/texts_de.def"
-#undef NAMED
-#undef RUNTIME
-#undef CODED
 };
 
 constexpr int highestPlaceholder(std::u16string_view text) {
@@ -63,10 +52,13 @@ constexpr bool placeholdersFit(const Rows& rows) {
     return std::ranges::all_of(rows, [](const auto& row) { return highestPlaceholder(row.text) <= row.argumentCount; });
 }
 
-static_assert(std::ranges::is_sorted(codedRows, std::less_equal<Long>{}, &NumberedRow::number), "CODED rows: sort by code, each once");
-static_assert(std::ranges::is_sorted(runTimeRows, std::less_equal<Long>{}, &NumberedRow::number), "RUNTIME rows: sort by number, each once");
+static_assert(std::ranges::is_sorted(codedRows, std::less_equal<Long>{}, &NumberedRow::number),
+              "CODED rows: sort by code, each once");
+static_assert(std::ranges::is_sorted(runTimeRows, std::less_equal<Long>{}, &NumberedRow::number),
+              "RUNTIME rows: sort by number, each once");
 static_assert(std::ranges::is_sorted(namedRows, {}, &NamedRow::name), "NAMED rows: sort by name");
-static_assert(placeholdersFit(codedRows) && placeholdersFit(runTimeRows) && placeholdersFit(namedRows), "a placeholder without its argument");
+static_assert(placeholdersFit(codedRows) && placeholdersFit(runTimeRows) && placeholdersFit(namedRows),
+              "a placeholder without its argument");
 
 const NumberedRow* find(std::span<const NumberedRow> rows, Long number) {
     const auto row = std::ranges::lower_bound(rows, number, {}, &NumberedRow::number);
@@ -104,7 +96,9 @@ QString codedText(Long code, std::initializer_list<QString> arguments) {
     return numbered(find(codedRows, code), TextId::UnknownMessage, code, arguments);
 }
 
-bool hasCodedText(Long code) { return find(codedRows, code) != nullptr; }
+bool hasCodedText(Long code) {
+    return find(codedRows, code) != nullptr;
+}
 
 QString runTimeText(Long number, std::initializer_list<QString> arguments) {
     return numbered(find(runTimeRows, number), TextId::UnknownRunTimeError, number, arguments);

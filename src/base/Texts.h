@@ -10,12 +10,7 @@ namespace mkl {
 /// Captions, tool tips, messages of the programs: the rows NAMED of texts_de.def.
 enum class TextId : int {
 #define NAMED(id, argumentCount, text) id,
-#define CODED(code, argumentCount, text)
-#define RUNTIME(number, argumentCount, text)
 #include "base/texts_de.def"
-#undef NAMED
-#undef CODED
-#undef RUNTIME
 };
 
 /// Puts the arguments in for %1, %2, …, in one pass: an argument may itself hold "%2".

@@ -93,7 +93,8 @@ QString Variant::toText() const {
 
 Long roundToLong(double value) {
     const double rounded = std::nearbyint(value);
-    const bool fits = rounded >= static_cast<double>(std::numeric_limits<Long>::min()) && rounded <= static_cast<double>(std::numeric_limits<Long>::max());
+    const bool fits = rounded >= static_cast<double>(std::numeric_limits<Long>::min()) &&
+                      rounded <= static_cast<double>(std::numeric_limits<Long>::max());
     if (!fits) throwError(err::Overflow);
     return static_cast<Long>(rounded);
 }
@@ -105,7 +106,8 @@ bool parseNumber(QStringView text, double& number) {
         const qulonglong bits = text.mid(2).toULongLong(&ok, 16);
         if (!ok || bits > std::numeric_limits<quint32>::max()) return false;
         // Four digits are a 16-bit number with its sign, more of them a 32-bit one.
-        number = bits <= 0xFFFF && text.size() <= 6 ? static_cast<double>(static_cast<qint16>(bits)) : static_cast<double>(static_cast<qint32>(bits));
+        number = bits <= 0xFFFF && text.size() <= 6 ? static_cast<double>(static_cast<qint16>(bits))
+                                                    : static_cast<double>(static_cast<qint32>(bits));
         return true;
     }
     for (const QChar c : text) // neither "inf" nor "nan" is a number here
@@ -121,11 +123,13 @@ QString numberText(double value) {
 
 QString currencyText(qint64 tenThousandths) {
     const bool negative = tenThousandths < 0;
-    const quint64 magnitude = negative ? 0 - static_cast<quint64>(tenThousandths) : static_cast<quint64>(tenThousandths);
+    const quint64 magnitude =
+        negative ? 0 - static_cast<quint64>(tenThousandths) : static_cast<quint64>(tenThousandths);
     QString text = QString::number(magnitude / 10000);
     if (const auto fraction = static_cast<int>(magnitude % 10000)) {
         QString decimals = QString::asprintf("%04d", fraction);
-        while (decimals.endsWith(u'0')) decimals.chop(1);
+        while (decimals.endsWith(u'0'))
+            decimals.chop(1);
         text += u'.' + decimals;
     }
     return negative ? u'-' + text : text;

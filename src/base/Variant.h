@@ -39,7 +39,8 @@ public:
     bool toBoolean() const;  ///< any number but 0; a text as its number
     double toDate() const;   ///< a text in ISO form
     qint64 toCurrency() const;
-    QString toText() const; ///< as a German desktop would print it, but with a decimal point; binary data as hexadecimal digits
+    QString
+    toText() const; ///< as a German desktop would print it, but with a decimal point; binary data as hexadecimal digits
 
     /// Same type and same value; texts to the letter. Null equals Null.
     bool operator==(const Variant& other) const = default;

@@ -15,7 +15,8 @@ TEST(DateTime, fractionOfANegativeNumberCountsForward) {
 }
 
 TEST(DateTime, everyDayOfTheCalendarComesBack) {
-    for (double day = firstDay; day <= lastDay; day += 97) ASSERT_EQ(dateFromIso(isoFromDate(day)), day);
+    for (double day = firstDay; day <= lastDay; day += 97)
+        ASSERT_EQ(dateFromIso(isoFromDate(day)), day);
     EXPECT_EQ(isoFromDate(firstDay), u"0100-01-01 00:00:00"_s);
     EXPECT_EQ(isoFromDate(lastDay), u"9999-12-31 00:00:00"_s);
 }
@@ -26,7 +27,8 @@ TEST(DateTime, secondsAreRoundedAndCarryIntoTheNextDay) {
 }
 
 TEST(DateTime, impossibleDatesAreRefused) {
-    for (const auto text : {u"2001-02-29", u"2001-13-01", u"2001-00-10", u"2001-4-5", u"2001-04-05 24:00", u"2001-04-05 1", u"0099-12-31", u"", u"x"})
+    for (const auto text : {u"2001-02-29", u"2001-13-01", u"2001-00-10", u"2001-4-5", u"2001-04-05 24:00",
+                            u"2001-04-05 1", u"0099-12-31", u"", u"x"})
         EXPECT_FALSE(dateFromIso(text)) << QString::fromUtf16(text).toStdString();
     EXPECT_TRUE(dateFromIso(u"2001-04-05T07:08"));
 }

@@ -7,13 +7,18 @@
 #include <gtest/gtest.h>
 
 QT_BEGIN_NAMESPACE
-inline void PrintTo(const QString& text, std::ostream* out) { *out << '"' << text.toStdString() << '"'; }
-inline void PrintTo(const QByteArray& bytes, std::ostream* out) { *out << '"' << bytes.toStdString() << '"'; }
+inline void PrintTo(const QString& text, std::ostream* out) {
+    *out << '"' << text.toStdString() << '"';
+}
+inline void PrintTo(const QByteArray& bytes, std::ostream* out) {
+    *out << '"' << bytes.toStdString() << '"';
+}
 QT_END_NAMESPACE
 
 namespace mkl {
 inline void PrintTo(const Variant& value, std::ostream* out) {
-    static constexpr const char* typeNames[] = {"Null", "Boolean", "Int", "Double", "Currency", "Date", "Text", "Binary"};
+    static constexpr const char* typeNames[] = {"Null",     "Boolean", "Int",  "Double",
+                                                "Currency", "Date",    "Text", "Binary"};
     *out << typeNames[static_cast<int>(value.type())];
     if (!value.isNull()) *out << '(' << value.toText().toStdString() << ')';
 }
