@@ -40,5 +40,6 @@ public:
 
 /// The form under which names compare equal.
 QString foldName(QStringView name);
+bool sameName(QStringView a, QStringView b);
 
 } // namespace jet
