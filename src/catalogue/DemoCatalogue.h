@@ -1,0 +1,22 @@
+#pragma once
+#include "base/types.h"
+
+#include <QString>
+#include <functional>
+
+namespace mkl {
+
+/// A generated catalogue of a hardware trade. The same figures give the same rows everywhere.
+struct DemoCatalogue {
+    Long articles = 500;
+    Long categories = 60;
+    quint32 seed = 1;
+    /// Called now and then with the rows so far and the number of all; false cancels.
+    std::function<bool(qint64 rows, qint64 expected)> progress;
+
+    /// Writes it to a new file. 3204 if the file exists, 5 for a negative figure or articles without a category,
+    /// 3059 cancelled.
+    void create(const QString& file) const;
+};
+
+} // namespace mkl
