@@ -1,0 +1,29 @@
+#pragma once
+// A database file in a folder of its own, made by native statements and gone with the object.
+#include <QByteArray>
+#include <QString>
+#include <QTemporaryDir>
+
+namespace mkl {
+
+class TempDatabase {
+public:
+    /// An SQLite file with what the statements make; without any, a file that does not exist yet.
+    explicit TempDatabase(const QByteArray& nativeSql = {});
+
+    QString path() const;
+    QString folder() const { return folder_.path(); }
+
+    /// Runs native statements over a connection of its own; throws std::runtime_error with the engine's text.
+    void run(const QByteArray& nativeSql) const;
+    /// The first value of a native query as text, for looking behind the data layer; "NULL" for Null.
+    QByteArray one(const QByteArray& nativeSql) const;
+    /// Puts these bytes in the file's place.
+    void overwrite(const QByteArray& bytes) const;
+    QByteArray bytes() const;
+
+private:
+    QTemporaryDir folder_;
+};
+
+} // namespace mkl
