@@ -2,6 +2,7 @@
 #include "base/Ref.h"
 #include "dao/Constants.h"
 #include "dao/Recordset.h"
+#include "dao/RowWriter.h"
 
 #include <QString>
 #include <memory>
@@ -13,7 +14,7 @@ class Schema;
 namespace dao {
 
 class Connection;
-class Workspace;
+class PlanCache;
 
 /// An open catalogue. Closing it closes its record sets; using it afterwards is error 3420.
 class Database final : public mkl::RefCounted {
@@ -34,10 +35,19 @@ public:
 
     /// Names of the user's tables in the order of the file.
     QStringList tableNames() const;
+    /// As of the last statement; the tables it gives hold until the next one.
     const jet::Schema& schema() const;
+
+    /// Runs statements in the engine's own language, untranslated: tables and settings of a new file.
+    void executeNative(const QString& statements);
+    /// For filling the table with many rows. 3078 unknown table, 3127 unknown column.
+    RowWriter appendRows(const QString& table, const QStringList& columns);
 
     void Close();
     bool isOpen() const;
+
+    /// Translations at hand, for tests and figures.
+    const PlanCache& planCache() const;
 
 private:
     struct Data;

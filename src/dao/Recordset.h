@@ -20,7 +20,7 @@ public:
     QString Name() const;
     QString SourceTable() const;
     QString SourceField() const;
-    mkl::Variant Value() const; ///< 3021 without a current row
+    mkl::Variant Value() const;               ///< 3021 without a current row
     void setValue(const mkl::Variant& value); ///< 3020 without Edit or AddNew
 
 private:
@@ -65,10 +65,10 @@ public:
     bool isOpen() const;
 
 private:
-    friend class Field;
-    friend class Database;
-    struct Data;
-    std::unique_ptr<Data> d_;
+    Cursor& cursor() const; // 3420 once it or its database is closed
+    int requiredOrdinal(QStringView name) const;
+
+    std::unique_ptr<Cursor> cursor_;
 };
 
 } // namespace dao

@@ -1,0 +1,40 @@
+#pragma once
+#include "base/Variant.h"
+
+#include <QByteArray>
+#include <QList>
+#include <QString>
+#include <memory>
+#include <span>
+#include <vector>
+
+namespace jet {
+struct Table;
+enum class ColumnType : quint8;
+} // namespace jet
+
+namespace dao {
+
+class Connection;
+
+/// Appends many rows to one table through one prepared statement. Whoever fills a table wraps it in a transaction.
+class RowWriter {
+public:
+    RowWriter(std::shared_ptr<Connection> connection, const jet::Table& table, const QStringList& columns);
+
+    /// One row, the values in the order of the columns. 3022 doubled key, 3058 and 3314 Null where none may be,
+    /// 3346 wrong number of values, 3421 a value that does not fit its column.
+    void append(std::span<const mkl::Variant> values);
+
+private:
+    struct TargetColumn {
+        QString name;
+        jet::ColumnType type;
+    };
+
+    std::shared_ptr<Connection> connection_;
+    std::vector<TargetColumn> columns_;
+    QByteArray native_;
+};
+
+} // namespace dao
