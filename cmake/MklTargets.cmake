@@ -26,5 +26,5 @@ function(mkl_add_test name)
   target_link_libraries(test_${name} PRIVATE ${ARG_LINKS} mkl_test_support GTest::gtest GTest::gmock)
   add_test(NAME ${name} COMMAND test_${name})
   set_tests_properties(${name} PROPERTIES
-    ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;${ARG_ENVIRONMENT}" TIMEOUT 600)
+    ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;${ARG_ENVIRONMENT}")
 endfunction()
