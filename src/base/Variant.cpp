@@ -91,6 +91,13 @@ QString Variant::toText() const {
     throwError(err::TypeMismatch);
 }
 
+QByteArray Variant::toBinary() const {
+    if (isNull()) throwError(err::InvalidNull);
+    const auto* bytes = std::get_if<QByteArray>(&value_);
+    if (!bytes) throwError(err::TypeMismatch);
+    return *bytes;
+}
+
 Long roundToLong(double value) {
     const double rounded = std::nearbyint(value);
     const bool fits = rounded >= static_cast<double>(std::numeric_limits<Long>::min()) &&

@@ -41,6 +41,7 @@ public:
     qint64 toCurrency() const;
     QString
     toText() const; ///< as a German desktop would print it, but with a decimal point; binary data as hexadecimal digits
+    QByteArray toBinary() const; ///< of binary data only
 
     /// Same type and same value; texts to the letter. Null equals Null.
     bool operator==(const Variant& other) const = default;
