@@ -39,6 +39,22 @@ constexpr NamedRow namedRows[] = {
 #include "base/texts_de.def"
 };
 
+struct EnglishRow {
+    TextId id;
+    int argumentCount;
+    std::u16string_view text;
+};
+
+constexpr NumberedRow englishRunTimeRows[] = {
+#define RUNTIME(number, argumentCount, text) {number, argumentCount, U16(text)},
+#include "base/texts_en.def"
+};
+
+constexpr EnglishRow englishRows[] = {
+#define NAMED(id, argumentCount, text) {TextId::id, argumentCount, U16(text)},
+#include "base/texts_en.def"
+};
+
 constexpr int highestPlaceholder(std::u16string_view text) {
     int highest = 0;
     for (std::size_t i = 0; i + 1 < text.size(); ++i)
@@ -60,6 +76,32 @@ static_assert(std::ranges::is_sorted(namedRows, {}, &NamedRow::name), "NAMED row
 static_assert(placeholdersFit(codedRows) && placeholdersFit(runTimeRows) && placeholdersFit(namedRows),
               "a placeholder without its argument");
 
+constexpr bool matchesGerman(const NumberedRow& row) {
+    const auto german = std::ranges::lower_bound(runTimeRows, row.number, {}, &NumberedRow::number);
+    return german != std::ranges::end(runTimeRows) && german->number == row.number &&
+           german->argumentCount == row.argumentCount;
+}
+
+static_assert(std::ranges::is_sorted(englishRunTimeRows, std::less_equal<Long>{}, &NumberedRow::number) &&
+                  std::ranges::all_of(englishRunTimeRows, matchesGerman),
+              "English RUNTIME rows: sort by number, each with its German row");
+static_assert(std::ranges::is_sorted(englishRows, std::less_equal<TextId>{}, &EnglishRow::id) &&
+                  std::ranges::all_of(englishRows,
+                                      [](const EnglishRow& row) {
+                                          return row.argumentCount == namedRows[static_cast<int>(row.id)].argumentCount;
+                                      }),
+              "English NAMED rows: sort by name, as many arguments as in German");
+static_assert(placeholdersFit(englishRunTimeRows) && placeholdersFit(englishRows),
+              "a placeholder without its argument");
+
+Language language = Language::German;
+
+std::u16string_view patternOf(TextId id) {
+    const auto row = std::ranges::lower_bound(englishRows, id, {}, &EnglishRow::id);
+    const bool english = language == Language::English && row != std::ranges::end(englishRows) && row->id == id;
+    return english ? row->text : namedRows[static_cast<int>(id)].text;
+}
+
 const NumberedRow* find(std::span<const NumberedRow> rows, Long number) {
     const auto row = std::ranges::lower_bound(rows, number, {}, &NumberedRow::number);
     return row != rows.end() && row->number == number ? &*row : nullptr;
@@ -71,6 +113,14 @@ QString numbered(const NumberedRow* row, TextId fallback, Long number, std::init
 }
 
 } // namespace
+
+Language textLanguage() {
+    return language;
+}
+
+void setTextLanguage(Language newLanguage) {
+    language = newLanguage;
+}
 
 QString fillText(QStringView pattern, std::initializer_list<QString> arguments) {
     QString result;
@@ -89,7 +139,7 @@ QString fillText(QStringView pattern, std::initializer_list<QString> arguments) 
 }
 
 QString text(TextId id, std::initializer_list<QString> arguments) {
-    return fillText(namedRows[static_cast<int>(id)].text, arguments);
+    return fillText(patternOf(id), arguments);
 }
 
 QString codedText(Long code, std::initializer_list<QString> arguments) {
@@ -101,7 +151,8 @@ bool hasCodedText(Long code) {
 }
 
 QString runTimeText(Long number, std::initializer_list<QString> arguments) {
-    return numbered(find(runTimeRows, number), TextId::UnknownRunTimeError, number, arguments);
+    const NumberedRow* english = language == Language::English ? find(englishRunTimeRows, number) : nullptr;
+    return numbered(english ? english : find(runTimeRows, number), TextId::UnknownRunTimeError, number, arguments);
 }
 
 } // namespace mkl

@@ -13,6 +13,11 @@ enum class TextId : int {
 #include "base/texts_de.def"
 };
 
+/// Language of text() and runTimeText(). The controls speak German alone; the command-line tool can speak English.
+enum class Language : quint8 { German, English };
+Language textLanguage();
+void setTextLanguage(Language language);
+
 /// Puts the arguments in for %1, %2, …, in one pass: an argument may itself hold "%2".
 QString fillText(QStringView pattern, std::initializer_list<QString> arguments);
 

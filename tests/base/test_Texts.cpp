@@ -30,3 +30,12 @@ TEST(Texts, descriptionOfARunTimeError) {
     EXPECT_TRUE(error.description().contains(u"'KUNDEN'"));
     EXPECT_EQ(error.source(), u"no such table"_s);
 }
+
+TEST(Texts, englishWhereThereIsAnEnglishTextElseGerman) {
+    setTextLanguage(Language::English);
+    EXPECT_EQ(runTimeText(3024, {u"a"_s}), u"File 'a' not found."_s);
+    EXPECT_EQ(runTimeText(91), u"Objektvariable nicht festgelegt."_s);
+    EXPECT_EQ(text(TextId::UnknownMessage, {u"7"_s}), u"Message no. 7."_s);
+    setTextLanguage(Language::German);
+    EXPECT_EQ(runTimeText(3024, {u"a"_s}), u"Die Datei 'a' wurde nicht gefunden."_s);
+}
