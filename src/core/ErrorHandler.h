@@ -25,6 +25,7 @@ public:
     virtual Long AskUser(const QString& Question, Long Flags);
 
 private:
+    Long show(const QString& message, const QString& detail, Long flags) const;
     void showRunTimeError(const QString& place, const QString& detail) const;
 
     mkl::ErrorContext context_;
