@@ -36,6 +36,8 @@ inline constexpr Long TypeMismatch = 13;
 inline constexpr Long ObjectNotSet = 91;
 inline constexpr Long BadPattern = 93;
 inline constexpr Long InvalidNull = 94;
+inline constexpr Long ElementNotFound = 35601;
+inline constexpr Long KeyNotUnique = 35602;
 } // namespace err
 
 } // namespace mkl

@@ -1,0 +1,69 @@
+#pragma once
+#include "base/types.h"
+
+#include <QPixmap>
+#include <QTreeView>
+
+namespace mkl {
+
+class SleepingModel;
+
+/// What TreeView and ListView have in common: mouse, keyboard and focus events, and the pointer's picture.
+/// By-reference arguments pass through all handlers in turn (direct connections only).
+class ItemView : public QTreeView {
+    Q_OBJECT
+
+public:
+    explicit ItemView(QWidget* parent = nullptr);
+    ~ItemView() override;
+
+    /// The picture of the mouse pointer over the control; an empty one gives the usual pointer.
+    QPixmap MouseIcon() const { return mouseIcon_; }
+    void setMouseIcon(const QPixmap& picture);
+
+Q_SIGNALS:
+    void Click();
+    void DblClick();
+    void GotFocus();
+    /// Button: 1 left, 2 right, 4 middle (MouseMove: their sum). Shift: 1 Shift, 2 Ctrl, 4 Alt. X, Y: twips.
+    void MouseDown(mkl::Integer& Button, mkl::Integer& Shift, mkl::Single& X, mkl::Single& Y);
+    void MouseMove(mkl::Integer& Button, mkl::Integer& Shift, mkl::Single& X, mkl::Single& Y);
+    void MouseUp(mkl::Integer& Button, mkl::Integer& Shift, mkl::Single& X, mkl::Single& Y);
+
+protected:
+    /// The user pressed the left button on an item, or moved to another item by key.
+    virtual void itemChosen(const QModelIndex& index) = 0;
+    /// The model was reset: show again what the items know and the view has forgotten.
+    virtual void restore() = 0;
+
+    /// To be called once, by the constructor, with the model of the derived control.
+    void setItems(SleepingModel& model);
+    /// Takes the model away; to be called by the destructor.
+    void dropItems();
+    /// Whether changes reach the screen at once.
+    bool awake() const;
+    /// The index at a point of the control.
+    QModelIndex indexAtTwips(Single x, Single y) const;
+
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
+
+private:
+    using MouseSignal = void (ItemView::*)(Integer&, Integer&, Single&, Single&);
+    void raise(MouseSignal signal, const QMouseEvent& event, Qt::MouseButtons buttons);
+    void wake();
+    bool isCutShort(const QModelIndex& index) const;
+
+    SleepingModel* sleeper_ = nullptr;
+    QPixmap mouseIcon_;
+};
+
+} // namespace mkl

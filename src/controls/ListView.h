@@ -1,0 +1,83 @@
+#pragma once
+#include "controls/ColumnHeaders.h"
+#include "controls/ItemView.h"
+#include "controls/ListItemCollection.h"
+#include "controls/ListModel.h"
+
+namespace mkl {
+
+class ImageList;
+
+/// A list of rows in columns (report view). Positions in twips, relative to the inside of the control.
+class ListView : public ItemView {
+    Q_OBJECT
+
+public:
+    explicit ListView(QWidget* parent = nullptr);
+    ~ListView() override;
+
+    ListItemCollection& ListItems() { return items_; }
+    const ListItemCollection& ListItems() const { return items_; }
+    ColumnHeaderCollection& ColumnHeaders() { return columns_; }
+    const ColumnHeaderCollection& ColumnHeaders() const { return columns_; }
+
+    /// The row that has the focus within the list, or none. Setting it selects that row too and raises no
+    /// ItemClick; a row of another list or a removed one is error 35601.
+    Ref<ListItem> SelectedItem() const { return selectedItem_; }
+    void setSelectedItem(const Ref<ListItem>& item);
+
+    /// The row marked as the target of a drop, or none.
+    Ref<ListItem> DropHighlight() const { return dropHighlight_; }
+    void setDropHighlight(const Ref<ListItem>& item);
+
+    /// The row at that point, or none.
+    Ref<ListItem> HitTest(Single x, Single y) const;
+
+    bool MultiSelect() const { return selectionMode() == ExtendedSelection; }
+    void setMultiSelect(bool multiSelect);
+
+    /// Whether the rows stand in the order of the column SortKey (0 = the first one), texts compared without case.
+    bool Sorted() const { return sorted_; }
+    void setSorted(bool sorted);
+    Long SortKey() const { return sortKey_; }
+    void setSortKey(Long column);
+
+    /// The pictures of the rows; not owned.
+    void setSmallIcons(const ImageList* images);
+
+Q_SIGNALS:
+    /// The user pressed the left button on a row or moved to it by key. Never raised by code.
+    void ItemClick(mkl::ListItem* Item);
+    void ColumnClick(mkl::ColumnHeader* ColumnHeader);
+
+protected:
+    void itemChosen(const QModelIndex& index) override;
+    void restore() override;
+    void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
+    void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+
+private:
+    friend class ColumnHeader;
+    friend class ColumnHeaderCollection;
+    friend class ListItem;
+    friend class ListItemCollection;
+
+    void select(ListItem& item, bool selected);
+    void ensureVisible(ListItem& item);
+    void aboutToRemove(const ListItem& item);
+    void aboutToClear();
+    void sort();
+    void scrollToTarget();
+
+    ListItemCollection items_;
+    ColumnHeaderCollection columns_;
+    ListModel model_;
+    Ref<ListItem> selectedItem_;
+    Ref<ListItem> dropHighlight_;
+    Ref<ListItem> scrollTarget_; // to be brought into view when the list shows again
+    bool sorted_ = false;
+    Long sortKey_ = 0;
+    bool showing_ = false; // the view is being brought in line with the items
+};
+
+} // namespace mkl
