@@ -1,0 +1,52 @@
+#pragma once
+// The hub of the browser: it owns the state, the constituent controls and the rooms, which know each other through it.
+#include "browser/BrowserState.h"
+#include "browser/BrowserUi.h"
+#include "browser/CategoryTree.h"
+#include "browser/HelpSettings.h"
+#include "browser/PaneLayout.h"
+#include "browser/Population.h"
+#include "browser/ProgressDisplay.h"
+#include "browser/Selection.h"
+#include "core/ErrorFrame.h"
+#include "core/Finder.h"
+#include "core/FunctionLibrary.h"
+
+#include <memory>
+
+namespace mkl {
+
+class ArtCatBrowser;
+
+/// Whoever calls into it from outside holds a reference meanwhile: the host may delete the control while a read
+/// serves the message queue. From then on state.closed is set, and face and ui are gone.
+class ArtCatBrowserPrivate final : public std::enable_shared_from_this<ArtCatBrowserPrivate> {
+public:
+    explicit ArtCatBrowserPrivate(ArtCatBrowser& face);
+    ~ArtCatBrowserPrivate();
+    Q_DISABLE_COPY_MOVE(ArtCatBrowserPrivate)
+
+    /// Lets go of the host's objects and of the libraries.
+    void Terminate();
+    /// Serves the message queue once. False if the control was closed meanwhile.
+    [[nodiscard]] bool serveQueue() const;
+
+    ArtCatBrowser& face;
+    BrowserUi ui;
+    BrowserState state;
+    ErrorFrame errorFrame;
+    Ref<FunctionLibrary> functionLibrary;
+    std::unique_ptr<Finder> m_Finder;
+
+    const std::unique_ptr<CategoryTree> categoryTree;
+    const std::unique_ptr<HelpSettings> helpSettings;
+    const std::unique_ptr<PaneLayout> paneLayout;
+    const std::unique_ptr<Population> population;
+    const std::unique_ptr<ProgressDisplay> progressDisplay;
+    const std::unique_ptr<Selection> selection;
+
+private:
+    void connectEvents();
+};
+
+} // namespace mkl

@@ -1,0 +1,46 @@
+#pragma once
+// What an instance of the browser knows. Everything else stands in its panes.
+#include "base/Ref.h"
+#include "browser/ArtCatBrowserEnums.h"
+#include "browser/SenderFilter.h"
+#include "core/SessionHelper.h"
+#include "dao/Workspace.h"
+
+#include <array>
+
+namespace mkl {
+
+inline constexpr int paneCount = 3;
+
+struct BrowserState {
+    Ref<dao::Database> Backend;
+    Ref<dao::Workspace> Workspace;
+    Ref<SessionHelper> Helper;
+    Ref<dao::Recordset> ArtKatTable; ///< open from Populate to Terminate
+
+    std::array<QString, paneCount> Filter;
+    QString WorkgroupFilter = noWorkgroupFilter.toString();
+    QString ArticleNumberPattern; ///< empty before Populate
+    Long CurrentSenderID = 0;
+    QString AppName = QStringLiteral("Merkalon II.5");
+
+    Long SelectedPoolArticle = 0; ///< keys of what is selected; 0 = none
+    Long SelectedListArticle = 0;
+    Long SelectedCategory = 0;
+    std::array<Long, paneCount> LastClicked = {}; ///< by pane: what ItemClick reported last
+    QString CurrentNodeKey;                       ///< of the node clicked last
+
+    acbImagesets Imageset = acbImageset1;
+    bool ShowStatusBar = true;
+    bool ShowArticlePool = true;
+    bool ShowArticleList = true;
+    Long HelpContextID = 1024;
+    QString Helpfile; ///< with its path
+    bool HelpEvent = false;
+    bool Edited = false;
+
+    Long treeReads = 0;  ///< how many reads of the tree have begun: a read that is no longer the last one gives up
+    bool closed = false; ///< the control has gone; whoever served the message queue must look here
+};
+
+} // namespace mkl

@@ -1,0 +1,71 @@
+#include "browser/BrowserUi.h"
+
+#include "base/Texts.h"
+#include "controls/CatalogueImages.h"
+#include "controls/Extender.h"
+#include "controls/Screen.h"
+#include "controls/UserControl.h"
+#include "core/mdlGraphics.h"
+
+namespace mkl {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// A constituent control under its name, and the one by which screen readers know it.
+template<class Control>
+Control* constituent(UserControl& face, const QString& name, TextId accessibleName) {
+    auto* control = new Control(&face);
+    control->setObjectName(name);
+    control->setAccessibleName(text(accessibleName));
+    return control;
+}
+
+void addColumn(ListView& list, const UserControl& face, TextId caption, Single room = 0) {
+    const QString header = text(caption);
+    list.ColumnHeaders().Add(header, face.TextWidth(header) + room);
+}
+
+} // namespace
+
+BrowserUi::BrowserUi(UserControl& face)
+    : iLVArt(catalogueImages(&face))
+    , LVArt(constituent<ListView>(face, u"LVArt"_s, TextId::BrowserNamePool))
+    , picSplitterArt(constituent<QFrame>(face, u"picSplitterArt"_s, TextId::BrowserNameSplitterArt))
+    , TV(constituent<TreeView>(face, u"TV"_s, TextId::BrowserNameTree))
+    , picSplitter(constituent<QFrame>(face, u"picSplitter"_s, TextId::BrowserNameSplitter))
+    , LV(constituent<ListView>(face, u"LV"_s, TextId::BrowserNameList))
+    , SB(constituent<StatusBar>(face, u"SB"_s, TextId::BrowserNameStatusBar))
+    , PB(constituent<ProgressBar>(face, u"PB"_s, TextId::BrowserNameProgress))
+    , lblStatus(constituent<QLabel>(face, u"lblStatus"_s, TextId::BrowserNameProgressText)) {
+    setHeight(*lblStatus, face.TextHeight(u"Tg"_s));
+    lblStatus->lower(); // it shows where the panes are hidden
+    lblStatus->setVisible(false);
+    PB->setVisible(false);
+    addColumns(face);
+    addPanels();
+    LV->setMultiSelect(true);
+    TV->setImageList(iLVArt);
+    for (ListView* list : {LVArt, LV})
+        list->setSmallIcons(iLVArt);
+    for (QFrame* pane : std::initializer_list<QFrame*>{LVArt, TV, LV})
+        mdlGraphics::SetFlatEdge(pane);
+}
+
+void BrowserUi::addColumns(const UserControl& face) {
+    const Single iconRoom = screen().TwipsPerPixelX() * 16;
+    addColumn(*LV, face, TextId::BrowserColumnPosition, iconRoom);
+    addColumn(*LV, face, TextId::BrowserColumnArticleNumber);
+    addColumn(*LV, face, TextId::BrowserColumnArticleName);
+    addColumn(*LVArt, face, TextId::BrowserColumnArticleNumber, iconRoom);
+    addColumn(*LVArt, face, TextId::BrowserColumnArticleName);
+}
+
+void BrowserUi::addPanels() {
+    for (const QString& pane : {u"LVArt"_s, u"TV"_s, u"LV"_s})
+        SB->addPanel(pane);
+    SB->resize(SB->sizeHint());
+}
+
+} // namespace mkl

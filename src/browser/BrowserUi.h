@@ -1,0 +1,34 @@
+#pragma once
+#include "controls/ImageList.h"
+#include "controls/ListView.h"
+#include "controls/ProgressBar.h"
+#include "controls/StatusBar.h"
+#include "controls/TreeView.h"
+
+#include <QFrame>
+#include <QLabel>
+
+namespace mkl {
+
+class UserControl;
+
+/// The constituent controls, owned by the browser as their parent.
+struct BrowserUi {
+    explicit BrowserUi(UserControl& face);
+
+    ImageList* const iLVArt; ///< icons of all panes
+    ListView* const LVArt;   ///< pool
+    QFrame* const picSplitterArt;
+    TreeView* const TV;
+    QFrame* const picSplitter;
+    ListView* const LV; ///< articles of the selected category
+    StatusBar* const SB;
+    ProgressBar* const PB;
+    QLabel* const lblStatus; ///< over the progress bar
+
+private:
+    void addColumns(const UserControl& face);
+    void addPanels();
+};
+
+} // namespace mkl
