@@ -9,7 +9,6 @@ run_packages=(libqt6svg6 qt6-translations-l10n fonts-dejavu-core)
 test_packages=(
     libgtest-dev libgmock-dev clang-format python3 sqlite3
     xvfb xauth openbox xdotool imagemagick x11-utils)
-bench_packages=(libbenchmark-dev)
 
 # Qt asks for a UTF-8 locale and a private run-time folder; a bare machine has neither.
 prepare_environment() {

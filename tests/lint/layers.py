@@ -9,7 +9,7 @@ INCLUDE = re.compile(r'^[ \t]*#[ \t]*include[ \t]*([<"])([^">]+)[">]', re.MULTIL
 
 class Diagram:
     def __init__(self, text):
-        self.folders, self.reserved, self.nowhere, self.public = {}, {}, [], set()
+        self.folders, self.reserved, self.nowhere, self.public = {}, {}, [], []
         for line in text.splitlines():
             words = line.split("#")[0].split()
             if words:
@@ -25,7 +25,7 @@ class Diagram:
         self.nowhere += words
 
     def read_public(self, words):
-        self.public.update(words)
+        self.public += words
 
     def folder_of(self, name):
         """The named folder with the longest path that holds the file."""
@@ -46,11 +46,15 @@ def check(diagram, name, text):
     return findings
 
 
+def fits(included, patterns):
+    return any(fnmatch.fnmatchcase(included, pattern) for pattern in patterns)
+
+
 def fault_of(diagram, own, quote, included):
     if quote == "<":
         if diagram.reserved.get(included, own) != own:
             return "belongs to " + diagram.reserved[included]
-        if any(fnmatch.fnmatchcase(included, pattern) for pattern in diagram.nowhere):
+        if fits(included, diagram.nowhere):
             return "exists on one operating system only"
         return None
     if included.endswith(".moc"):
@@ -60,7 +64,7 @@ def fault_of(diagram, own, quote, included):
         return "is no path from src/"
     if other != own and other not in diagram.folders[own]:
         return f"is not below {own}"
-    if own.startswith("apps/") and other != own and included not in diagram.public:
+    if own.startswith("apps/") and other != own and not fits(included, diagram.public):
         return "is not public"
     return None
 

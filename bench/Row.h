@@ -1,0 +1,35 @@
+#pragma once
+// One line of the table: our figure beside the baselines of the same run.
+#include <QString>
+#include <functional>
+#include <vector>
+
+namespace bench {
+
+struct Baseline {
+    QString name;
+    double figure;
+};
+
+struct Result {
+    QString work;
+    QString unit;
+    double ours = 0;
+    std::vector<Baseline> baselines; ///< their sum is what ours is divided by; empty: the goal bounds ours itself
+    double goal = 0;                 ///< the ratio, or ours, may not exceed it
+    QString skipped;                 ///< why there is no figure; empty if there is one
+};
+
+struct Row {
+    QString name;
+    std::function<Result()> measure;
+};
+
+/// The middle one of the times in seconds that the call takes.
+double medianSeconds(int runs, const std::function<void()>& call);
+
+Result treeRow();
+Result memoryRow();
+Result importRow();
+
+} // namespace bench

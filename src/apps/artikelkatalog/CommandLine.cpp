@@ -1,0 +1,61 @@
+#include "apps/artikelkatalog/CommandLine.h"
+
+#include "base/Texts.h"
+
+#include <QCommandLineParser>
+#include <QRegularExpression>
+#include <cstdio>
+#include <cstdlib>
+
+using namespace Qt::StringLiterals;
+
+namespace mkl {
+
+namespace {
+
+[[noreturn]] void refuse(const QString& message) {
+    std::fputs((message + u'\n').toUtf8().constData(), stderr);
+    std::exit(2);
+}
+
+QSize sizeOf(const QString& value) {
+    static const QRegularExpression form(u"^([1-9]\\d{1,4})x([1-9]\\d{1,4})$"_s);
+    const QRegularExpressionMatch match = form.match(value);
+    if (!match.hasMatch()) refuse(text(TextId::ProgramBadSize, {value}));
+    return {match.captured(1).toInt(), match.captured(2).toInt()};
+}
+
+int levelsOf(const QString& value) {
+    bool isNumber = false;
+    const int levels = value.toInt(&isNumber);
+    if (!isNumber || levels < 0) refuse(text(TextId::ProgramBadLevels, {value}));
+    return levels;
+}
+
+} // namespace
+
+CommandLine CommandLine::of(const QStringList& arguments) {
+    const QCommandLineOption screenshot(u"screenshot"_s, text(TextId::ProgramHelpScreenshot), u"FILE.png"_s);
+    const QCommandLineOption size(u"size"_s, text(TextId::ProgramHelpSize), u"WxH"_s);
+    const QCommandLineOption expand(u"expand"_s, text(TextId::ProgramHelpExpand), u"LEVELS"_s);
+    QCommandLineParser parser;
+    parser.setApplicationDescription(text(TextId::ProgramTitle));
+    parser.addPositionalArgument(u"FILE"_s, text(TextId::ProgramHelpFile), u"[FILE]"_s);
+    parser.addOptions({screenshot, size, expand});
+    const QCommandLineOption help = parser.addHelpOption();
+    const QCommandLineOption version = parser.addVersionOption();
+    if (!parser.parse(arguments)) refuse(parser.errorText());
+    if (parser.isSet(help)) parser.showHelp();
+    if (parser.isSet(version)) parser.showVersion();
+
+    const QStringList files = parser.positionalArguments();
+    if (files.size() > 1) refuse(text(TextId::ProgramOneFile));
+    CommandLine line;
+    line.file = files.value(0);
+    line.screenshot = parser.value(screenshot);
+    if (parser.isSet(size)) line.size = sizeOf(parser.value(size));
+    if (parser.isSet(expand)) line.levels = levelsOf(parser.value(expand));
+    return line;
+}
+
+} // namespace mkl

@@ -1,0 +1,153 @@
+#include "apps/artikelkatalog/MainWindow.h"
+
+#include "apps/artikelkatalog/CatalogueImporter.h"
+#include "apps/artikelkatalog/Failure.h"
+#include "apps/artikelkatalog/StartPage.h"
+#include "base/Texts.h"
+#include "browser/ArtCatBrowser.h"
+#include "catalogue/CatalogueImport.h"
+#include "controls/CatalogueImages.h"
+#include "controls/FormRunner.h"
+#include "controls/TreeView.h"
+
+#include <QCloseEvent>
+#include <QFileDialog>
+#include <QSettings>
+#include <QStackedWidget>
+
+using namespace Qt::StringLiterals;
+
+namespace mkl {
+
+namespace {
+
+const QString geometryKey = u"WindowGeometry"_s;
+
+void expandLevels(const Ref<Node>& first, int levels) {
+    if (levels <= 0) return;
+    for (Ref<Node> node = first; node; node = node->Next()) {
+        if (node->Children() == 0) continue;
+        node->setExpanded(true);
+        expandLevels(node->Child(), levels - 1);
+    }
+}
+
+} // namespace
+
+MainWindow::MainWindow(QSettings& settings)
+    : settings_(settings)
+    , recentFiles_(settings)
+    , pages_(new QStackedWidget(this)) {
+    setObjectName(u"MainWindow"_s);
+    setWindowIcon(applicationIcon());
+    setCentralWidget(pages_);
+    auto* start = new StartPage(pages_);
+    connect(start, &StartPage::openWanted, this, &MainWindow::chooseFile);
+    connect(start, &StartPage::importWanted, this, &MainWindow::chooseImport);
+    pages_->addWidget(start);
+    makeFileMenu();
+    makeViewMenu();
+    makeHelpMenu();
+    showTitle();
+    resize(1000, 700);
+    restoreGeometry(settings_.value(geometryKey).toByteArray());
+}
+
+MainWindow::~MainWindow() = default;
+
+bool MainWindow::showFile(const QString& file) {
+    if (isReading_) return false;
+    if (!isImportableDatabase(file)) return showCatalogue(file);
+    const std::optional<QString> catalogue = CatalogueImporter(*this).catalogueOf(file);
+    return catalogue && showCatalogue(*catalogue);
+}
+
+bool MainWindow::showCatalogue(const QString& file) {
+    if (!openSession(file)) {
+        recentFiles_.remove(file);
+        return false;
+    }
+    recentFiles_.add(file);
+    makeBrowser();
+    showTitle();
+    return readCatalogue();
+}
+
+bool MainWindow::openSession(const QString& file) {
+    return succeeds([&] { session_.open(file); },
+                    [&] { showFailure(text(TextId::ProgramNotOpened, {QFileInfo(file).fileName()})); });
+}
+
+void MainWindow::makeBrowser() {
+    closeBrowser();
+    browser_ = std::make_unique<ArtCatBrowser>(pages_);
+    browser_->setObjectName(u"Browser"_s);
+    browser_->setAppName(text(TextId::ProgramTitle));
+    browser_->setBackend(session_.database());
+    browser_->setWorkspace(session_.workspace());
+    connect(browser_.get(), &ArtCatBrowser::Quit, this, &QWidget::close);
+    pages_->addWidget(browser_.get());
+    pages_->setCurrentWidget(browser_.get());
+}
+
+void MainWindow::closeBrowser() {
+    browser_.reset();
+}
+
+/// The read serves the message queue: the window may be closed in the middle of it.
+bool MainWindow::readCatalogue() {
+    isReading_ = true;
+    menuBar()->setEnabled(false);
+    browser_->Populate();
+    menuBar()->setEnabled(true);
+    isReading_ = false;
+    return browser_ != nullptr;
+}
+
+void MainWindow::expandTree(int levels) {
+    TreeView& tree = *browser_->CategoryTreeView();
+    if (tree.Nodes().Count() > 0) expandLevels(tree.Nodes().Item(1)->FirstSibling(), levels);
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+    settings_.setValue(geometryKey, saveGeometry());
+    closeBrowser();
+    session_.close();
+    event->accept();
+}
+
+void MainWindow::chooseFile() {
+    const QString file = chosenFile(text(TextId::ProgramOpenTitle),
+                                    {text(TextId::ProgramCatalogueFiles), text(TextId::ProgramAllFiles)});
+    if (!file.isEmpty()) showFile(file);
+}
+
+void MainWindow::chooseImport() {
+    const QString file =
+        chosenFile(text(TextId::ProgramImportTitle), {text(TextId::ProgramAccessFiles), text(TextId::ProgramAllFiles)});
+    if (file.isEmpty()) return;
+    if (isImportableDatabase(file)) {
+        showFile(file);
+    } else {
+        asker().ask({.text = text(TextId::ProgramNotImportable, {QFileInfo(file).fileName()}), .flags = vbExclamation});
+    }
+}
+
+QString MainWindow::chosenFile(const QString& title, const QStringList& filters) {
+    QFileDialog dialog(this, title);
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    dialog.setNameFilters(filters);
+    return formRunner().run(dialog) == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
+}
+
+void MainWindow::showTitle() {
+    const Ref<dao::Database>& database = session_.database();
+    if (!database) {
+        setWindowTitle(text(TextId::ProgramTitle));
+        return;
+    }
+    const QString title = text(TextId::ProgramTitleWithFile, {QFileInfo(database->Name()).fileName()});
+    setWindowTitle(database->Updatable() ? title : text(TextId::ProgramReadOnly, {title}));
+}
+
+} // namespace mkl

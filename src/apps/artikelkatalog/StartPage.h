@@ -1,0 +1,18 @@
+#pragma once
+#include <QWidget>
+
+namespace mkl {
+
+/// What the window shows while no catalogue is open: what to do now.
+class StartPage : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit StartPage(QWidget* parent = nullptr);
+
+Q_SIGNALS:
+    void openWanted();
+    void importWanted();
+};
+
+} // namespace mkl
