@@ -1,5 +1,7 @@
 #include "catalogue/VisibleText.h"
 
+#include <QList>
+
 namespace mkl {
 
 using namespace Qt::StringLiterals;

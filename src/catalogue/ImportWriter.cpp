@@ -1,0 +1,67 @@
+#include "catalogue/ImportWriter.h"
+
+#include "catalogue/Refusal.h"
+
+#include <algorithm>
+
+namespace mkl {
+
+namespace {
+constexpr qint64 progressStep = 2048;
+}
+
+ImportWriter::ImportWriter(dao::Database& database, const ImportOptions& options)
+    : database_(database)
+    , options_(options) {}
+
+void ImportWriter::passOverTable(const QString& table) {
+    report_.passedOverTables.append(table);
+}
+
+void ImportWriter::passOverColumn(const QString& table, const QString& column) {
+    report_.passedOverColumns.append(columnTitle(table, column));
+}
+
+void ImportWriter::beginTable(int table, const QList<int>& columns, qint64 expectedRows) {
+    const CatalogueTable& target = catalogueTables()[table];
+    QStringList names;
+    keyPosition_ = -1;
+    for (int i = 0; i < columns.size(); ++i) {
+        const CatalogueColumn& column = target.columns[columns[i]];
+        names.append(column.name);
+        if (column.notNull) keyPosition_ = i;
+    }
+    writer_.emplace(database_.appendRows(target.name, names));
+    expectedRows_ = expectedRows;
+    keys_.clear();
+    report_.rows.append({target.name, 0});
+    showProgress();
+}
+
+void ImportWriter::row(std::span<const Variant> values) {
+    ImportReport::TableRows& counted = report_.rows.last();
+    if (keyPosition_ >= 0) {
+        const Variant& key = values[keyPosition_];
+        if (key.isNull()) refuse(refusal::NullKey, TextId::ImportNullKey, {counted.table});
+        keys_.push_back(key.toLong());
+    }
+    writer_->append(values);
+    if (++counted.rows % progressStep == 0) showProgress();
+}
+
+void ImportWriter::endTable() {
+    std::ranges::sort(keys_);
+    const auto doubled = std::ranges::adjacent_find(keys_);
+    if (doubled != keys_.end())
+        refuse(refusal::DoubledKey, TextId::ImportDoubledKey, {report_.rows.last().table, QString::number(*doubled)});
+    writer_.reset();
+    showProgress();
+}
+
+void ImportWriter::showProgress() const {
+    const ImportReport::TableRows& counted = report_.rows.last();
+    if (options_.progress && !options_.progress(counted.table, counted.rows, expectedRows_))
+        throwError(refusal::Cancelled);
+}
+
+} // namespace mkl
