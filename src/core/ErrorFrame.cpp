@@ -5,13 +5,15 @@
 namespace mkl {
 
 void ErrorFrame::reportProcError(const RunTimeError& error, const QString& procName) const {
+    const Ref<ErrorHandler> handler = handler_; // while its message shows, the control may be closed
     const CurrentErrorScope scope(error);
-    handler_->ReportProcError(procName);
+    handler->ReportProcError(procName);
 }
 
 void ErrorFrame::reportError(const RunTimeError& error, const QString& procName) const {
+    const Ref<ErrorHandler> handler = handler_;
     const CurrentErrorScope scope(error);
-    handler_->ReportError(0, handler_->ErrorContext().ClassName(), procName);
+    handler->ReportError(0, handler->ErrorContext().ClassName(), procName);
 }
 
 void ErrorFrame::logFailure(const QString& procName, const std::exception& failure) noexcept {

@@ -34,6 +34,9 @@ Q_SIGNALS:
     /// A record was found in the recordset.
     void RecordFound(const mkl::Variant& Bookmark);
 
+protected:
+    ~FindDialog() override = default; // only ever in an object variable
+
 private:
     Mode mode_ = AskForTerm;
     QString fieldName_;
