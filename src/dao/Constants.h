@@ -14,6 +14,9 @@ inline constexpr Long dbOpenForwardOnly = 8;
 /// Execute: undo the whole statement and raise where a row fails.
 inline constexpr Long dbFailOnError = 128;
 
+/// Native name of the order of texts, for indexes made by Database::executeNative that statements are to use.
+inline constexpr const char* textCollation = "GERMAN";
+
 /// State of the copy buffer of a record set.
 enum class EditMode : Long { None = 0, InProgress = 1, Add = 2 };
 

@@ -3,9 +3,12 @@
 #include "base/Variant.h"
 #include "dao/Constants.h"
 
-#include <QByteArray>
 #include <QString>
 #include <memory>
+
+namespace jet {
+struct OutputColumn;
+}
 
 namespace dao {
 
@@ -24,6 +27,8 @@ public:
     void setValue(const mkl::Variant& value); ///< 3020 without Edit or AddNew
 
 private:
+    const jet::OutputColumn& column() const;
+
     mkl::Ref<Recordset> recordset_;
     int ordinal_;
 };
@@ -65,8 +70,11 @@ public:
     bool isOpen() const;
 
 private:
+    friend class Field;
+
     Cursor& cursor() const; // 3420 once it or its database is closed
     int requiredOrdinal(QStringView name) const;
+    int checkedOrdinal(int ordinal) const;
 
     std::unique_ptr<Cursor> cursor_;
 };

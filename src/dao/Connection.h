@@ -1,0 +1,76 @@
+#pragma once
+// What the data layer asks of an engine. One class derived per engine, in a folder of its own.
+#include "dao/RowStore.h"
+#include "dao/StoredValue.h"
+#include "dao/Transaction.h"
+#include "jet/Schema.h"
+
+#include <QByteArray>
+#include <QStringList>
+#include <memory>
+#include <span>
+
+namespace jet {
+class Target;
+}
+
+namespace dao {
+
+/// A prepared statement. Both calls run it to its end and reset it, also where they fail, so that no read lock and
+/// no half-read result stays behind.
+class Statement {
+public:
+    virtual ~Statement() = default;
+    /// Appends the rows to the store.
+    virtual void read(std::span<const StoredValue> parameters, RowStore& rows) = 0;
+    /// Runs an action; the number of rows that it changed.
+    virtual qint64 run(std::span<const StoredValue> parameters) = 0;
+    /// True once after the engine had to prepare it anew since something about the tables changed.
+    virtual bool takeStale() = 0;
+};
+
+class Connection {
+public:
+    virtual ~Connection() = default;
+
+    virtual bool isOpen() const = 0;
+    /// Ends it, with an open transaction undone. All its statements are invalid then.
+    virtual void close() = 0;
+    virtual bool isUpdatable() const = 0;
+    /// 3027 for a read-only database, 3246 in a doomed transaction.
+    void requireWritable() const;
+
+    virtual std::shared_ptr<Statement> prepare(const QByteArray& native) = 0;
+    /// The same from a cache of the connection, for the few statements that are used over and over.
+    virtual std::shared_ptr<Statement> prepared(const QByteArray& native) = 0;
+    /// Runs native statements, several at once allowed.
+    virtual void executeScript(const QByteArray& native) = 0;
+    /// The action, changed so that a row which violates a key or a rule is left out instead of failing.
+    virtual QByteArray leavingOutFailedRows(const QByteArray& native) const = 0;
+
+    // Bare commands, for Transaction alone.
+    virtual void begin() = 0;
+    virtual void commit() = 0;
+    virtual void rollback() = 0;
+    virtual void savepoint(const QByteArray& name) = 0;
+    virtual void release(const QByteArray& name) = 0;
+    virtual void rollbackTo(const QByteArray& name) = 0;
+    /// False also where the engine gave the transaction up by itself.
+    virtual bool inTransaction() const = 0;
+
+    Transaction& transaction() { return transaction_; }
+
+    /// Differs after each change that went over this connection, and after each rollback.
+    virtual quint64 changeStamp() const = 0;
+
+    virtual const jet::Schema& schema() const = 0;
+    /// Reads the tables again if they changed since; true if they did.
+    virtual bool refreshSchema() = 0;
+    virtual QStringList tableNames() const = 0;
+    virtual const jet::Target& target() const = 0;
+
+private:
+    Transaction transaction_{*this};
+};
+
+} // namespace dao

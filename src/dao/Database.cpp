@@ -1,0 +1,180 @@
+#include "dao/Database.h"
+
+#include "dao/Errors.h"
+#include "dao/PlanCache.h"
+#include "dao/StoredRowsCursor.h"
+#include "dao/TableCursor.h"
+
+#include <algorithm>
+#include <array>
+
+using namespace Qt::StringLiterals;
+
+namespace dao {
+
+namespace {
+
+// A source is a table name unless it begins as a statement does.
+bool isStatement(QStringView source) {
+    static constexpr std::array<QStringView, 6> verbs = {u"SELECT", u"PARAMETERS", u"TRANSFORM",
+                                                         u"INSERT", u"UPDATE",     u"DELETE"};
+    source = source.trimmed();
+    if (source.startsWith(u'(')) return true;
+    const auto wordEnd = std::ranges::find_if_not(source, [](QChar c) { return c.isLetter(); });
+    const QStringView word = source.first(wordEnd - source.begin());
+    return std::ranges::any_of(verbs, [&](QStringView verb) { return word.compare(verb, Qt::CaseInsensitive) == 0; });
+}
+
+QStringView withoutBrackets(QStringView name) {
+    name = name.trimmed();
+    return name.startsWith(u'[') && name.endsWith(u']') ? name.sliced(1, name.size() - 2) : name;
+}
+
+bool isOpenType(Long type) {
+    return type == 0 || type == dbOpenTable || type == dbOpenDynaset || type == dbOpenSnapshot ||
+           type == dbOpenForwardOnly;
+}
+
+} // namespace
+
+struct Database::Data {
+    QString name;
+    std::shared_ptr<Connection> connection;
+    PlanCache plans;
+    Long recordsAffected = 0;
+
+    Connection& opened() {
+        if (!connection->isOpen()) mkl::throwError(err::ObjectInvalid);
+        return *connection;
+    }
+    void refreshSchema();
+    const jet::Table& table(const QString& tableName);
+    std::unique_ptr<Cursor> cursorOf(const QString& sql, Long type);
+    std::shared_ptr<Translation> read(const QString& sql, RowStore& rows);
+    bool readCurrent(Translation& translation, const jet::Shape& shape, RowStore& rows);
+};
+
+void Database::Data::refreshSchema() {
+    if (connection->refreshSchema()) plans.clear();
+}
+
+const jet::Table& Database::Data::table(const QString& tableName) {
+    refreshSchema();
+    const jet::Table* found = connection->schema().findTable(withoutBrackets(tableName));
+    if (!found) mkl::throwError(err::TableNotFound, {tableName});
+    return *found;
+}
+
+std::unique_ptr<Cursor> Database::Data::cursorOf(const QString& sql, Long type) {
+    if (type == dbOpenTable) mkl::throwError(err::ObjectNotFound, {sql});
+    if (type != dbOpenSnapshot && type != dbOpenForwardOnly) mkl::throwError(err::NotSupportedByType);
+    RowStore rows;
+    const auto translation = read(sql, rows);
+    if (type == dbOpenSnapshot)
+        return std::make_unique<SnapshotCursor>(connection, translation->columns, std::move(rows));
+    return std::make_unique<ForwardOnlyCursor>(connection, translation->columns, std::move(rows));
+}
+
+std::shared_ptr<Translation> Database::Data::read(const QString& sql, RowStore& rows) {
+    const jet::Shape shape = jet::shapeOf(sql);
+    for (;;) {
+        auto translation = plans.translation(shape, sql, *connection);
+        if (translation->plan.kind != jet::StatementKind::Select) mkl::throwError(err::InvalidOperation);
+        if (readCurrent(*translation, shape, rows)) return translation;
+        plans.clear();
+        rows.clear();
+    }
+}
+
+// False where the translation turns out to be older than the tables. Nobody is asked for their state beforehand,
+// which would cost more than most queries; the engine notices it when it runs the statement.
+bool Database::Data::readCurrent(Translation& translation, const jet::Shape& shape, RowStore& rows) {
+    try {
+        translation.statement->read(parameterValues(translation.plan, shape), rows);
+    } catch (const mkl::RunTimeError& error) {
+        if (error.number() != err::InternalError || !connection->refreshSchema()) throw;
+        return false;
+    }
+    return !translation.statement->takeStale() || !connection->refreshSchema();
+}
+
+Database::Database(QString name, std::shared_ptr<Connection> connection)
+    : d_(std::make_unique<Data>()) {
+    d_->name = std::move(name);
+    d_->connection = std::move(connection);
+}
+
+Database::~Database() = default;
+
+QString Database::Name() const {
+    return d_->name;
+}
+
+bool Database::Updatable() const {
+    return d_->opened().isUpdatable();
+}
+
+mkl::Ref<Recordset> Database::OpenRecordset(const QString& source, Long type) {
+    d_->opened();
+    if (!isOpenType(type)) mkl::throwError(mkl::err::InvalidArgument);
+    if (isStatement(source)) return mkl::makeRef<Recordset>(d_->cursorOf(source, type));
+    const jet::Table& table = d_->table(source);
+    if (type == 0 || type == dbOpenTable)
+        return mkl::makeRef<Recordset>(std::make_unique<TableCursor>(d_->connection, table));
+    return mkl::makeRef<Recordset>(d_->cursorOf(u"SELECT * FROM ["_s + table.name + u']', type));
+}
+
+void Database::Execute(const QString& sql, Long options) {
+    Connection& connection = d_->opened();
+    d_->refreshSchema();
+    const jet::Shape shape = jet::shapeOf(sql);
+    const auto translation = d_->plans.translation(shape, sql, connection);
+    if (translation->plan.kind == jet::StatementKind::Select) mkl::throwError(err::ExecuteOfSelect);
+    connection.requireWritable();
+    auto& statement = (options & dbFailOnError) ? translation->statement : translation->lenientStatement;
+    if (!statement) statement = connection.prepare(connection.leavingOutFailedRows(translation->plan.native));
+    const Parameters parameters = parameterValues(translation->plan, shape);
+    connection.transaction().atomically([&] { d_->recordsAffected = static_cast<Long>(statement->run(parameters)); });
+}
+
+Long Database::RecordsAffected() const {
+    return d_->recordsAffected;
+}
+
+QStringList Database::tableNames() const {
+    d_->opened();
+    d_->refreshSchema();
+    return d_->connection->tableNames();
+}
+
+const jet::Schema& Database::schema() const {
+    return d_->opened().schema();
+}
+
+void Database::executeNative(const QString& statements) {
+    Connection& connection = d_->opened();
+    connection.transaction().requireSound();
+    connection.executeScript(statements.toUtf8());
+    d_->refreshSchema();
+}
+
+RowWriter Database::appendRows(const QString& table, const QStringList& columns) {
+    d_->opened();
+    return {d_->connection, d_->table(table), columns};
+}
+
+void Database::Close() {
+    d_->opened();
+    d_->plans.clear();
+    d_->connection->close();
+}
+
+bool Database::isOpen() const {
+    return d_->connection->isOpen();
+}
+
+const PlanCache& Database::planCache() const {
+    return d_->plans;
+}
+
+} // namespace dao

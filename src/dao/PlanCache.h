@@ -1,0 +1,47 @@
+#pragma once
+#include "dao/Columns.h"
+#include "dao/Connection.h"
+#include "dao/LruCache.h"
+#include "jet/Plan.h"
+#include "jet/Shape.h"
+
+#include <memory>
+#include <vector>
+
+namespace dao {
+
+/// A statement translated and prepared, ready for all texts of its shape.
+struct Translation {
+    jet::Plan plan;
+    std::shared_ptr<const Columns> columns;
+    std::shared_ptr<Statement> statement;
+    std::shared_ptr<Statement> lenientStatement; ///< leaves failing rows out; made when first needed
+};
+
+/// The translations of a connection by shape, so that a statement which differs only in its literals is neither
+/// parsed nor prepared again. Whoever sees the tables change clears it.
+class PlanCache {
+public:
+    /// From the cache, or translated from the text.
+    std::shared_ptr<Translation> translation(const jet::Shape& shape, QStringView text, Connection& connection);
+    void clear() { byShape_.clear(); }
+
+    /// How often a statement had to be translated since the database was opened.
+    qint64 compilations() const { return compilations_; }
+    qsizetype size() const { return byShape_.size(); }
+
+    static constexpr qsizetype capacity = 256;
+
+private:
+    // Of one shape, one for each set of literals that could not be lifted.
+    using Variants = std::vector<std::shared_ptr<Translation>>;
+
+    LruCache<QString, Variants> byShape_{capacity};
+    qint64 compilations_ = 0;
+};
+
+/// The values for the parameters of the plan, taken from the literals of a text.
+using Parameters = QVarLengthArray<StoredValue, 8>;
+Parameters parameterValues(const jet::Plan& plan, const jet::Shape& shape);
+
+} // namespace dao

@@ -1,0 +1,150 @@
+#include "dao/TableReader.h"
+
+#include "dao/Errors.h"
+#include "jet/Target.h"
+
+#include <algorithm>
+
+namespace dao {
+
+using jet::ColumnType;
+
+TableReader::TableReader(Connection& connection, const jet::Table& table, const jet::Index* index)
+    : connection_(&connection)
+    , table_(connection.target().name(table.name)) {
+    const jet::Target& target = connection.target();
+    QByteArrayList names;
+    for (const jet::Column& column : table.columns)
+        names.append(target.name(column.name));
+    for (const int ordinal : index ? index->columns : QList<int>()) {
+        const ColumnType type = table.columns[ordinal].type;
+        const bool isText = type == ColumnType::Text || type == ColumnType::Unknown;
+        key_.push_back({isText ? target.collated(names[ordinal]) : names[ordinal], ordinal, type});
+    }
+    if (index) seekColumn_ = table.columns[index->columns.first()].name;
+    selectList_ = names.join(", ");
+    addIdentity(table);
+}
+
+// Texts that the order holds for equal may belong to different rows, so the identity compares to the letter.
+void TableReader::addIdentity(const jet::Table& table) {
+    const jet::Target& target = connection_->target();
+    for (const int ordinal : table.primaryKey)
+        identity_.push_back({target.name(table.columns[ordinal].name), ordinal, table.columns[ordinal].type});
+    if (identity_.empty()) {
+        const QByteArray term = target.rowIdentity(table_);
+        selectList_ += ", " + term;
+        identity_.push_back({term, static_cast<int>(table.columns.size()), ColumnType::Int});
+    }
+    for (const KeyPart& part : identity_)
+        if (std::ranges::find(key_, part.term, &KeyPart::term) == key_.end()) key_.push_back(part);
+}
+
+bool TableReader::readEnd(Direction from, RowStore& row) const {
+    return readFirst({Probe()}, from, row);
+}
+
+bool TableReader::readBeside(Direction direction, RowStore& row) const {
+    Probes probes;
+    for (auto part = static_cast<qsizetype>(key_.size()) - 1; part >= 0; --part) {
+        Probe prefix;
+        for (qsizetype fixed = 0; fixed < part; ++fixed)
+            compare(prefix, key_[size_t(fixed)], "=", row.value(0, key_[size_t(fixed)].ordinal));
+        prefix.fixedParts = part;
+        const KeyPart& differing = key_[size_t(part)];
+        addProbes(probes, prefix, differing, direction, false, row.value(0, differing.ordinal));
+    }
+    return readFirst(probes, direction, row);
+}
+
+bool TableReader::readAgain(RowStore& row) const {
+    Probe same;
+    for (const KeyPart& part : identity_)
+        compare(same, part, "=", row.value(0, part.ordinal));
+    same.fixedParts = static_cast<qsizetype>(key_.size());
+    return readFirst({same}, Direction::Forward, row);
+}
+
+bool TableReader::seek(QStringView comparison, const mkl::Variant& key, RowStore& row) const {
+    const Direction direction = comparison.startsWith(u'<') ? Direction::Backward : Direction::Forward;
+    return readFirst(seekProbes(comparison, encodeFor(key, key_.front().type, seekColumn_)), direction, row);
+}
+
+qint64 TableReader::count() const {
+    RowStore row;
+    connection_->prepared("SELECT count(*) FROM " + table_)->read({}, row);
+    return row.value(0, 0).integer;
+}
+
+void TableReader::compare(Probe& probe, const KeyPart& part, const char* comparison, const StoredValue& value) const {
+    if (value.kind == StoredValue::Kind::Null) {
+        probe.conditions.append(part.term + " IS NULL");
+        return;
+    }
+    probe.values.append(value);
+    const QByteArray parameter = connection_->target().parameter(static_cast<int>(probe.values.size()), part.type);
+    probe.conditions.append(part.term + ' ' + comparison + ' ' + parameter);
+}
+
+// The rows on one side of the value, nearest first. Null stands before all values, but no comparison finds it.
+void TableReader::addProbes(Probes& probes, const Probe& prefix, const KeyPart& part, Direction direction, bool orEqual,
+                            const StoredValue& value) const {
+    const bool isNull = value.kind == StoredValue::Kind::Null;
+    Probe probe = prefix;
+    if (direction == Direction::Forward) {
+        if (!isNull)
+            compare(probe, part, orEqual ? ">=" : ">", value);
+        else if (!orEqual)
+            probe.conditions.append(part.term + " IS NOT NULL");
+        probes.append(probe);
+        return;
+    }
+    if (!isNull) {
+        compare(probe, part, orEqual ? "<=" : "<", value);
+        probes.append(probe);
+    }
+    if (!isNull || orEqual) {
+        probe = prefix;
+        compare(probe, part, "=", StoredValue());
+        probes.append(probe);
+    }
+}
+
+TableReader::Probes TableReader::seekProbes(QStringView comparison, const StoredValue& key) const {
+    Probes probes;
+    const KeyPart& part = key_.front();
+    if (comparison == u"=") {
+        probes.append(Probe());
+        compare(probes.back(), part, "=", key);
+    } else if (comparison == u">=" || comparison == u">") {
+        addProbes(probes, {}, part, Direction::Forward, comparison == u">=", key);
+    } else if (comparison == u"<=" || comparison == u"<") {
+        addProbes(probes, {}, part, Direction::Backward, comparison == u"<=", key);
+    } else {
+        mkl::throwError(mkl::err::InvalidArgument);
+    }
+    return probes;
+}
+
+QByteArray TableReader::nativeText(const Probe& probe, Direction direction) const {
+    QByteArray text = "SELECT " + selectList_ + " FROM " + table_;
+    if (!probe.conditions.isEmpty()) text += " WHERE " + probe.conditions.join(" AND ");
+    QByteArrayList terms;
+    for (size_t part = size_t(probe.fixedParts); part < key_.size(); ++part)
+        terms.append(connection_->target().orderTerm(key_[part].term, direction == Direction::Backward));
+    if (!terms.isEmpty()) text += " ORDER BY " + terms.join(", ");
+    return text + " LIMIT 1";
+}
+
+bool TableReader::readFirst(const Probes& probes, Direction direction, RowStore& row) const {
+    for (const Probe& probe : probes) {
+        RowStore found;
+        connection_->prepared(nativeText(probe, direction))->read(probe.values, found);
+        if (found.isEmpty()) continue;
+        row = std::move(found);
+        return true;
+    }
+    return false;
+}
+
+} // namespace dao

@@ -1,0 +1,92 @@
+#include "dao/Workspace.h"
+
+#include "dao/Connection.h"
+#include "dao/Errors.h"
+#include "dao/sqlite/SqliteFile.h"
+
+#include <vector>
+
+namespace dao {
+
+struct Workspace::Data {
+    std::vector<std::weak_ptr<Connection>> connections;
+    int depth = 0;
+
+    mkl::Ref<Database> adopt(const QString& name, const std::shared_ptr<Connection>& connection);
+    std::vector<std::shared_ptr<Connection>> opened();
+    void rollbackTo(int newDepth);
+};
+
+// A database that is opened within a transaction takes part in it.
+mkl::Ref<Database> Workspace::Data::adopt(const QString& name, const std::shared_ptr<Connection>& connection) {
+    while (connection->transaction().depth() < depth)
+        connection->transaction().begin();
+    connections.push_back(connection);
+    return mkl::makeRef<Database>(name, connection);
+}
+
+std::vector<std::shared_ptr<Connection>> Workspace::Data::opened() {
+    std::erase_if(connections, [](const std::weak_ptr<Connection>& connection) {
+        const auto alive = connection.lock();
+        return !alive || !alive->isOpen();
+    });
+    std::vector<std::shared_ptr<Connection>> result;
+    for (const auto& connection : connections)
+        result.push_back(connection.lock());
+    return result;
+}
+
+void Workspace::Data::rollbackTo(int newDepth) {
+    depth = newDepth;
+    for (const auto& connection : opened())
+        while (connection->transaction().depth() > newDepth)
+            connection->transaction().rollback();
+}
+
+Workspace::Workspace()
+    : d_(std::make_unique<Data>()) {}
+
+Workspace::~Workspace() = default;
+
+mkl::Ref<Database> Workspace::OpenDatabase(const QString& name, const OpenOptions& options) {
+    return d_->adopt(name, openSqlite(name, options));
+}
+
+mkl::Ref<Database> Workspace::CreateDatabase(const QString& name) {
+    return d_->adopt(name, createSqlite(name));
+}
+
+void Workspace::BeginTrans() {
+    try {
+        for (const auto& connection : d_->opened())
+            connection->transaction().begin();
+    } catch (const mkl::RunTimeError&) {
+        d_->rollbackTo(d_->depth);
+        throw;
+    }
+    ++d_->depth;
+}
+
+void Workspace::CommitTrans() {
+    if (d_->depth == 0) mkl::throwError(err::NoTransaction);
+    for (const auto& connection : d_->opened())
+        connection->transaction().requireSound();
+    for (const auto& connection : d_->opened())
+        if (connection->transaction().depth() == d_->depth) connection->transaction().commit();
+    --d_->depth;
+}
+
+void Workspace::Rollback() {
+    if (d_->depth == 0) mkl::throwError(err::NoTransaction);
+    d_->rollbackTo(d_->depth - 1);
+}
+
+int Workspace::transactionDepth() const {
+    return d_->depth;
+}
+
+mkl::Ref<Workspace> DBEngine::CreateWorkspace() {
+    return mkl::makeRef<Workspace>();
+}
+
+} // namespace dao

@@ -1,0 +1,113 @@
+#include "dao/sqlite/SqliteConnection.h"
+
+#include "dao/sqlite/SqliteFunctions.h"
+#include "dao/sqlite/SqliteStatement.h"
+
+namespace dao {
+
+SqliteConnection::SqliteConnection(std::shared_ptr<SqliteSession> session, int busyTimeoutMilliseconds)
+    : session_(std::move(session)) {
+    sqlite3_busy_timeout(session_->database(), busyTimeoutMilliseconds);
+    protect();
+    SqliteFunctions::registerAll(*session_);
+    refreshSchema();
+}
+
+// A file may come from anywhere, so what stands in its schema gets no more rights than a statement of ours.
+void SqliteConnection::protect() {
+    sqlite3* database = session_->database();
+    sqlite3_extended_result_codes(database, 1);
+    const auto set = [&](int setting, int value) {
+        session_->check(sqlite3_db_config(database, setting, value, nullptr));
+    };
+    set(SQLITE_DBCONFIG_ENABLE_FKEY, 1);
+    set(SQLITE_DBCONFIG_DEFENSIVE, 1);
+    set(SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0);
+    set(SQLITE_DBCONFIG_DQS_DML, 0);
+    set(SQLITE_DBCONFIG_DQS_DDL, 0);
+    set(SQLITE_DBCONFIG_ENABLE_QPSG, 1); // a cached statement is not planned anew for each value
+    sqlite3_limit(database, SQLITE_LIMIT_ATTACHED, 0);
+}
+
+void SqliteConnection::close() {
+    statements_.clear();
+    session_->close();
+}
+
+bool SqliteConnection::isUpdatable() const {
+    return sqlite3_db_readonly(session_->database(), "main") == 0;
+}
+
+std::shared_ptr<Statement> SqliteConnection::prepare(const QByteArray& native) {
+    return std::make_shared<SqliteStatement>(session_, native);
+}
+
+std::shared_ptr<Statement> SqliteConnection::prepared(const QByteArray& native) {
+    if (const auto* known = statements_.find(native)) return *known;
+    return statements_.insert(native, prepare(native));
+}
+
+void SqliteConnection::executeScript(const QByteArray& native) {
+    session_->check(sqlite3_exec(session_->database(), native.constData(), nullptr, nullptr, nullptr));
+}
+
+QByteArray SqliteConnection::leavingOutFailedRows(const QByteArray& native) const {
+    for (const QByteArrayView verb : {QByteArrayView("INSERT "), QByteArrayView("UPDATE ")})
+        if (native.startsWith(verb)) return verb.toByteArray() + "OR IGNORE " + native.mid(verb.size());
+    return native;
+}
+
+void SqliteConnection::command(const QByteArray& native) {
+    prepared(native)->run({});
+}
+
+// The lock for writing is taken at once: a conflict shows before the first row and not in the middle.
+void SqliteConnection::begin() {
+    command(isUpdatable() ? "BEGIN IMMEDIATE" : "BEGIN");
+}
+
+void SqliteConnection::commit() {
+    command("COMMIT");
+}
+
+void SqliteConnection::rollback() {
+    ++rollbacks_;
+    command("ROLLBACK");
+}
+
+void SqliteConnection::savepoint(const QByteArray& name) {
+    command("SAVEPOINT " + name);
+}
+
+void SqliteConnection::release(const QByteArray& name) {
+    command("RELEASE " + name);
+}
+
+void SqliteConnection::rollbackTo(const QByteArray& name) {
+    ++rollbacks_;
+    command("ROLLBACK TO " + name);
+}
+
+bool SqliteConnection::inTransaction() const {
+    return sqlite3_get_autocommit(session_->database()) == 0;
+}
+
+quint64 SqliteConnection::changeStamp() const {
+    return static_cast<quint64>(sqlite3_total_changes64(session_->database())) + rollbacks_;
+}
+
+bool SqliteConnection::refreshSchema() {
+    const qint64 version = readSchemaVersion();
+    if (version == schemaVersion_) return false;
+    schema_.read(*this, *session_);
+    schemaVersion_ = version;
+    return true;
+}
+
+qint64 SqliteConnection::readSchemaVersion() {
+    RowStore row;
+    prepared("PRAGMA schema_version")->read({}, row);
+    return row.value(0, 0).integer;
+}
+
+} // namespace dao

@@ -1,0 +1,51 @@
+#pragma once
+#include "dao/Connection.h"
+#include "dao/LruCache.h"
+#include "dao/sqlite/SqliteSchema.h"
+#include "dao/sqlite/SqliteSession.h"
+#include "dao/sqlite/SqliteTarget.h"
+
+namespace dao {
+
+class SqliteConnection final : public Connection {
+public:
+    /// Takes over a database just opened: settings, functions, tables.
+    SqliteConnection(std::shared_ptr<SqliteSession> session, int busyTimeoutMilliseconds);
+
+    bool isOpen() const override { return session_->isOpen(); }
+    void close() override;
+    bool isUpdatable() const override;
+
+    std::shared_ptr<Statement> prepare(const QByteArray& native) override;
+    std::shared_ptr<Statement> prepared(const QByteArray& native) override;
+    void executeScript(const QByteArray& native) override;
+    QByteArray leavingOutFailedRows(const QByteArray& native) const override;
+
+    void begin() override;
+    void commit() override;
+    void rollback() override;
+    void savepoint(const QByteArray& name) override;
+    void release(const QByteArray& name) override;
+    void rollbackTo(const QByteArray& name) override;
+    bool inTransaction() const override;
+    quint64 changeStamp() const override;
+
+    const jet::Schema& schema() const override { return schema_; }
+    bool refreshSchema() override;
+    QStringList tableNames() const override { return schema_.tableNames(); }
+    const jet::Target& target() const override { return target_; }
+
+private:
+    void protect();
+    void command(const QByteArray& native);
+    qint64 readSchemaVersion();
+
+    std::shared_ptr<SqliteSession> session_;
+    LruCache<QByteArray, std::shared_ptr<Statement>> statements_{64};
+    SqliteSchema schema_;
+    qint64 schemaVersion_ = -1;
+    SqliteTarget target_;
+    quint64 rollbacks_ = 0;
+};
+
+} // namespace dao

@@ -1,0 +1,17 @@
+#pragma once
+#include "dao/sqlite/SqliteSession.h"
+#include "jet/Schema.h"
+
+namespace dao {
+
+/// Makes the functions, operators, aggregates and the text order of the dialect known to the engine.
+class SqliteFunctions {
+public:
+    /// The session must outlive the database's use of the functions.
+    static void registerAll(SqliteSession& session);
+
+    /// Name of the function that marks a value as one of that type, nullptr where the engine tells it itself.
+    static const char* markerFor(jet::ColumnType type);
+};
+
+} // namespace dao

@@ -1,0 +1,35 @@
+#pragma once
+#include "base/RunTimeError.h"
+
+#include <QString>
+#include <memory>
+#include <optional>
+#include <sqlite3.h>
+
+namespace dao {
+
+/// What the statements and functions of one connection share.
+class SqliteSession {
+public:
+    SqliteSession(sqlite3* database, QString name);
+
+    sqlite3* database() const { return database_.get(); }
+    bool isOpen() const { return database_ != nullptr; }
+    void close() { database_.reset(); }
+
+    /// Raises the error behind a result code; nothing for OK, ROW and DONE.
+    void check(int code);
+    /// Keeps an error of ours, raised inside a function, until the statement that called it has ended.
+    void keepFunctionError(const mkl::RunTimeError& error);
+
+private:
+    struct Closer {
+        void operator()(sqlite3* database) const { sqlite3_close_v2(database); }
+    };
+
+    std::unique_ptr<sqlite3, Closer> database_;
+    QString name_;
+    std::optional<mkl::RunTimeError> functionError_;
+};
+
+} // namespace dao

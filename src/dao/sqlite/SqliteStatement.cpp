@@ -1,0 +1,100 @@
+#include "dao/sqlite/SqliteStatement.h"
+
+namespace dao {
+
+namespace {
+
+/// Puts a statement back at its start whatever happens, so that it holds no lock.
+class ResetAtEnd {
+public:
+    explicit ResetAtEnd(sqlite3_stmt* statement)
+        : statement_(statement) {}
+    ~ResetAtEnd() { sqlite3_reset(statement_); }
+    ResetAtEnd(const ResetAtEnd&) = delete;
+    ResetAtEnd& operator=(const ResetAtEnd&) = delete;
+
+private:
+    sqlite3_stmt* statement_;
+};
+
+} // namespace
+
+SqliteStatement::SqliteStatement(std::shared_ptr<SqliteSession> session, const QByteArray& native)
+    : session_(std::move(session)) {
+    sqlite3_stmt* prepared = nullptr;
+    const int code = sqlite3_prepare_v3(session_->database(), native.constData(), static_cast<int>(native.size()) + 1,
+                                        SQLITE_PREPARE_PERSISTENT, &prepared, nullptr);
+    statement_.reset(prepared);
+    session_->check(code);
+}
+
+void SqliteStatement::read(std::span<const StoredValue> parameters, RowStore& rows) {
+    const ResetAtEnd reset(statement_.get());
+    bind(parameters);
+    int code = SQLITE_OK;
+    while ((code = sqlite3_step(statement_.get())) == SQLITE_ROW)
+        appendRow(rows);
+    session_->check(code);
+}
+
+qint64 SqliteStatement::run(std::span<const StoredValue> parameters) {
+    const ResetAtEnd reset(statement_.get());
+    bind(parameters);
+    int code = SQLITE_OK;
+    while ((code = sqlite3_step(statement_.get())) == SQLITE_ROW) {
+    }
+    session_->check(code);
+    return sqlite3_changes64(session_->database());
+}
+
+bool SqliteStatement::takeStale() {
+    return sqlite3_stmt_status(statement_.get(), SQLITE_STMTSTATUS_REPREPARE, 1) > 0;
+}
+
+// The values outlive the run, and each run binds all of them anew: nothing is copied.
+void SqliteStatement::bind(std::span<const StoredValue> parameters) {
+    Q_ASSERT(sqlite3_bind_parameter_count(statement_.get()) == static_cast<int>(parameters.size()));
+    int number = 0;
+    for (const StoredValue& value : parameters)
+        session_->check(bindOne(++number, value));
+}
+
+int SqliteStatement::bindOne(int number, const StoredValue& value) {
+    sqlite3_stmt* statement = statement_.get();
+    const auto size = static_cast<sqlite3_uint64>(value.bytes.size());
+    switch (value.kind) {
+    case StoredValue::Kind::Null: return sqlite3_bind_null(statement, number);
+    case StoredValue::Kind::Integer: return sqlite3_bind_int64(statement, number, value.integer);
+    case StoredValue::Kind::Real: return sqlite3_bind_double(statement, number, value.real);
+    case StoredValue::Kind::Text:
+        return sqlite3_bind_text64(statement, number, value.bytes.constData(), size, SQLITE_STATIC, SQLITE_UTF8);
+    case StoredValue::Kind::Blob:
+        return sqlite3_bind_blob64(statement, number, value.bytes.constData(), size, SQLITE_STATIC);
+    }
+    return SQLITE_MISUSE;
+}
+
+void SqliteStatement::appendRow(RowStore& rows) const {
+    sqlite3_stmt* statement = statement_.get();
+    const int count = sqlite3_data_count(statement);
+    for (int column = 0; column < count; ++column) {
+        switch (sqlite3_column_type(statement, column)) {
+        case SQLITE_INTEGER: rows.appendInteger(sqlite3_column_int64(statement, column)); break;
+        case SQLITE_FLOAT: rows.appendReal(sqlite3_column_double(statement, column)); break;
+        case SQLITE_TEXT: {
+            const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement, column));
+            rows.appendText({text, sqlite3_column_bytes(statement, column)});
+            break;
+        }
+        case SQLITE_BLOB: {
+            const auto* bytes = static_cast<const char*>(sqlite3_column_blob(statement, column));
+            rows.appendBlob({bytes, sqlite3_column_bytes(statement, column)});
+            break;
+        }
+        default: rows.appendNull();
+        }
+    }
+    rows.endRow();
+}
+
+} // namespace dao

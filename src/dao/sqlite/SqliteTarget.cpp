@@ -1,0 +1,45 @@
+#include "dao/sqlite/SqliteTarget.h"
+
+#include "dao/Constants.h"
+#include "dao/sqlite/SqliteFunctions.h"
+
+namespace dao {
+
+using jet::ColumnType;
+
+QByteArray SqliteTarget::name(QStringView declared) const {
+    return '"' + declared.toUtf8().replace('"', "\"\"") + '"';
+}
+
+QByteArray SqliteTarget::parameter(int number, ColumnType) const {
+    return '?' + QByteArray::number(number);
+}
+
+// The engine knows no dates, amounts and yes/no: a mark on the value says what it is.
+QByteArray SqliteTarget::operand(const QByteArray& value, ColumnType type) const {
+    const char* marker = SqliteFunctions::markerFor(type);
+    return marker ? marker + ('(' + value + ')') : value;
+}
+
+QByteArray SqliteTarget::collated(const QByteArray& text) const {
+    return text + " COLLATE " + textCollation;
+}
+
+QByteArray SqliteTarget::yesNo(const QByteArray& condition) const {
+    return "(-(" + condition + "))";
+}
+
+QByteArray SqliteTarget::condition(const QByteArray& number) const {
+    return '(' + number + " <> 0)";
+}
+
+QByteArray SqliteTarget::orderTerm(const QByteArray& value, bool descending) const {
+    return descending ? value + " DESC" : value;
+}
+
+// Of the three names of the row identity the one that no table is likely to use for a column of its own.
+QByteArray SqliteTarget::rowIdentity(const QByteArray& table) const {
+    return table + "._rowid_";
+}
+
+} // namespace dao
