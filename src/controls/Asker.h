@@ -27,8 +27,8 @@ enum MessageBoxResult : Long { vbOK = 1, vbCancel = 2, vbYes = 6, vbNo = 7 };
 struct MessageBox {
     QString text;
     Long flags = vbOKOnly; ///< sum of MessageBoxFlags
-    QString caption;       ///< empty: the application's name
-    QString detail;        ///< shown in full below the text
+    QString caption{};     ///< empty: the application's name
+    QString detail{};      ///< shown in full below the text
 };
 
 /// Asks the user. Replaceable, so that tests answer by themselves.

@@ -1,4 +1,5 @@
 #pragma once
+#include <QtGlobal>
 
 QT_BEGIN_NAMESPACE
 class QDialog;

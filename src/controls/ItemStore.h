@@ -43,16 +43,22 @@ public:
         return static_cast<Long>(item.place_) + 1;
     }
 
-    /// Error 35602 if the key exists. An empty key is none.
-    void checkKey(std::string_view key) const {
-        if (find(key))
-            throwError(err::KeyNotUnique, {QString::fromUtf8(key.data(), static_cast<qsizetype>(key.size()))});
-    }
+    /// Error 35602 if the item's key exists here already. An empty key is none.
+    void checkNew(const T& item) const { checkKey(item.key_); }
 
     void append(const Ref<T>& item) {
         item->place_ = static_cast<quint32>(order_.size());
         order_.push_back(item);
         if (!item->key_.empty()) byKey_.insert(item.get());
+    }
+
+    /// Puts the item before the one at that place, counted from 0; at the end it is an append.
+    void insert(size_t place, const Ref<T>& item) {
+        closed();
+        append(item);
+        if (place + 1 == order_.size()) return;
+        std::rotate(order_.begin() + static_cast<std::ptrdiff_t>(place), order_.end() - 1, order_.end());
+        number();
     }
 
     /// Takes the item out; the caller holds a reference if it still needs it.
@@ -96,6 +102,11 @@ private:
         static std::string_view keyOf(std::string_view key) { return key; }
         bool operator()(const auto& left, const auto& right) const { return keyOf(left) == keyOf(right); }
     };
+
+    void checkKey(std::string_view key) const {
+        if (find(key))
+            throwError(err::KeyNotUnique, {QString::fromUtf8(key.data(), static_cast<qsizetype>(key.size()))});
+    }
 
     const std::vector<Ref<T>>& closed() const {
         if (holes_ > 0) {

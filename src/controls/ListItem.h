@@ -39,7 +39,8 @@ private:
     ListItem(const QString& key, const QString& text)
         : Item(key, text) {}
 
-    QString columnText(int column) const;
+    QString columnText(Long column) const; // 0 = Text
+    void detach();
 
     bool selected_ = false;
     ListItemCollection* owner_ = nullptr;

@@ -36,11 +36,12 @@ private:
     friend class ListView;
 
     const ItemStore<ListItem>& sorted() const;
-    void sort();
+    QString sortText(const ListItem& item) const;
+    size_t sortedPlace(const ListItem& item) const;
 
     ListView& list_;
-    ItemStore<ListItem> items_;
-    bool unsorted_ = false; // rows were added or changed since the last sorting
+    mutable ItemStore<ListItem> items_;
+    mutable bool unsorted_ = false; // sorted() has to put the items in order
 };
 
 } // namespace mkl

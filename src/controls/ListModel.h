@@ -37,6 +37,7 @@ public:
     void beginRemove(const ListItem& item);
     void endRemove();
     void beginColumn(int column);
+    void endColumn();
     void itemChanged(const ListItem& item);
     void columnChanged(int column);
     /// Brackets around another order of the same rows.
@@ -48,8 +49,6 @@ private:
     ColumnHeaderCollection& columns_;
     const ImageList* images_ = nullptr;
     const ListItem* dropHighlight_ = nullptr;
-    QModelIndexList moving_;              // persistent indexes while the rows are being sorted,
-    std::vector<const ListItem*> movers_; // and their items
 };
 
 } // namespace mkl

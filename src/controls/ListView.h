@@ -63,11 +63,13 @@ private:
     friend class ListItemCollection;
 
     void select(ListItem& item, bool selected);
+    void clearSelected();
     void ensureVisible(ListItem& item);
     void aboutToRemove(const ListItem& item);
     void aboutToClear();
     void sort();
     void scrollToTarget();
+    void checkOwn(const Ref<ListItem>& item) const;
 
     ListItemCollection items_;
     ColumnHeaderCollection columns_;
@@ -77,7 +79,6 @@ private:
     Ref<ListItem> scrollTarget_; // to be brought into view when the list shows again
     bool sorted_ = false;
     Long sortKey_ = 0;
-    bool showing_ = false; // the view is being brought in line with the items
 };
 
 } // namespace mkl

@@ -17,13 +17,12 @@ public:
     void setWatched(bool watched) { watched_ = watched; }
     void wake();
 
+    /// To be asked before every change of the rows: whether it has to be signalled.
+    bool listening();
+
     /// Brackets around the change of all rows at once.
     void beginClear();
     void endClear();
-
-protected:
-    /// To be asked before every change of the rows: whether it has to be signalled.
-    bool listening();
 
 private:
     bool watched_ = false;

@@ -1,0 +1,143 @@
+#include "controls/ItemView.h"
+
+#include "controls/KeyCodes.h"
+#include "controls/SleepingModel.h"
+#include "controls/Twips.h"
+
+#include <QHelpEvent>
+#include <QMouseEvent>
+#include <QPointer>
+#include <QToolTip>
+
+namespace mkl {
+
+namespace {
+
+Integer buttonState(Qt::MouseButtons buttons) {
+    return static_cast<Integer>(buttons & (Qt::LeftButton | Qt::RightButton | Qt::MiddleButton));
+}
+
+} // namespace
+
+ItemView::ItemView(QWidget* parent)
+    : QTreeView(parent) {
+    setUniformRowHeights(true);
+    setEditTriggers(NoEditTriggers);
+    viewport()->setMouseTracking(true);
+    connect(this, &QAbstractItemView::pressed, this, &ItemView::itemChosen);
+}
+
+ItemView::~ItemView() = default;
+
+void ItemView::setItems(SleepingModel& model) {
+    sleeper_ = &model;
+    setModel(&model);
+}
+
+void ItemView::dropItems() {
+    setModel(nullptr);
+    sleeper_ = nullptr;
+}
+
+bool ItemView::awake() const {
+    return !sleeper_->asleep();
+}
+
+void ItemView::wake() {
+    if (!sleeper_ || awake()) return;
+    sleeper_->wake();
+    restore();
+}
+
+void ItemView::setMouseIcon(const QPixmap& picture) {
+    mouseIcon_ = picture;
+    if (picture.isNull())
+        viewport()->unsetCursor();
+    else
+        viewport()->setCursor(QCursor(picture));
+}
+
+QModelIndex ItemView::indexAtTwips(Single x, Single y) const {
+    return indexAt(QPoint(pixelsX(x), pixelsY(y)));
+}
+
+void ItemView::raise(MouseSignal signal, const QMouseEvent& event, Qt::MouseButtons buttons) {
+    Integer button = buttonState(buttons);
+    Integer shift = shiftStateOf(event.modifiers());
+    Single x = twipsX(event.position().x());
+    Single y = twipsY(event.position().y());
+    Q_EMIT(this->*signal)(button, shift, x, y);
+}
+
+// A handler may close the host: after each signal the control may be gone.
+
+void ItemView::mousePressEvent(QMouseEvent* event) {
+    const QPointer<ItemView> alive(this);
+    raise(&ItemView::MouseDown, *event, event->button());
+    if (alive) QTreeView::mousePressEvent(event);
+}
+
+// With a button down the classic controls neither select nor scroll: that is the beginning of a drag.
+void ItemView::mouseMoveEvent(QMouseEvent* event) {
+    const QPointer<ItemView> alive(this);
+    raise(&ItemView::MouseMove, *event, event->buttons());
+    if (alive && event->buttons() == Qt::NoButton) QTreeView::mouseMoveEvent(event);
+}
+
+void ItemView::mouseReleaseEvent(QMouseEvent* event) {
+    const QPointer<ItemView> alive(this);
+    raise(&ItemView::MouseUp, *event, event->button());
+    if (alive) QTreeView::mouseReleaseEvent(event);
+    if (alive && event->button() == Qt::LeftButton && viewport()->rect().contains(event->position().toPoint()))
+        Q_EMIT Click();
+}
+
+void ItemView::mouseDoubleClickEvent(QMouseEvent* event) {
+    const QPointer<ItemView> alive(this);
+    QTreeView::mouseDoubleClickEvent(event);
+    if (alive && event->button() == Qt::LeftButton) Q_EMIT DblClick();
+}
+
+void ItemView::keyPressEvent(QKeyEvent* event) {
+    const QPointer<ItemView> alive(this);
+    const QPersistentModelIndex before(currentIndex());
+    QTreeView::keyPressEvent(event);
+    if (alive && currentIndex().isValid() && currentIndex() != before) itemChosen(currentIndex());
+}
+
+void ItemView::focusInEvent(QFocusEvent* event) {
+    QTreeView::focusInEvent(event);
+    Q_EMIT GotFocus();
+}
+
+void ItemView::showEvent(QShowEvent* event) {
+    sleeper_->setWatched(true);
+    wake();
+    QTreeView::showEvent(event);
+}
+
+void ItemView::hideEvent(QHideEvent* event) {
+    if (sleeper_) sleeper_->setWatched(false);
+    QTreeView::hideEvent(event);
+}
+
+// A hidden control can be painted too, into a picture.
+void ItemView::paintEvent(QPaintEvent* event) {
+    wake();
+    QTreeView::paintEvent(event);
+}
+
+bool ItemView::viewportEvent(QEvent* event) {
+    if (event->type() != QEvent::ToolTip) return QTreeView::viewportEvent(event);
+    const auto& help = static_cast<const QHelpEvent&>(*event);
+    const QModelIndex index = indexAt(help.pos());
+    const QString full = isCutShort(index) ? index.data().toString().toHtmlEscaped() : QString();
+    QToolTip::showText(help.globalPos(), full, viewport(), visualRect(index));
+    return true;
+}
+
+bool ItemView::isCutShort(const QModelIndex& index) const {
+    return index.isValid() && sizeHintForIndex(index).width() > visualRect(index).width();
+}
+
+} // namespace mkl

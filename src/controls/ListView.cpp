@@ -1,0 +1,158 @@
+#include "controls/ListView.h"
+
+#include <QHeaderView>
+
+namespace mkl {
+
+ListView::ListView(QWidget* parent)
+    : ItemView(parent)
+    , items_(*this)
+    , columns_(*this)
+    , model_(items_, columns_) {
+    setRootIsDecorated(false);
+    setItemsExpandable(false);
+    setAllColumnsShowFocus(true);
+    setItems(model_);
+    header()->setStretchLastSection(false);
+    header()->setSectionsMovable(false);
+    header()->setSectionsClickable(true);
+    header()->setMinimumSectionSize(0);
+    connect(header(), &QHeaderView::sectionClicked, this,
+            [this](int section) { Q_EMIT ColumnClick(columns_.Item(section + 1).get()); });
+}
+
+ListView::~ListView() {
+    dropItems();
+}
+
+void ListView::checkOwn(const Ref<ListItem>& item) const {
+    if (item && item->owner_ != &items_) throwError(err::ElementNotFound, {item->Key()});
+}
+
+void ListView::setSelectedItem(const Ref<ListItem>& item) {
+    checkOwn(item);
+    selectedItem_ = item;
+    if (awake()) selectionModel()->setCurrentIndex(model_.indexOf(item.get()), QItemSelectionModel::NoUpdate);
+    if (item)
+        select(*item, true);
+    else if (!MultiSelect())
+        clearSelected();
+}
+
+void ListView::setDropHighlight(const Ref<ListItem>& item) {
+    checkOwn(item);
+    dropHighlight_ = item;
+    model_.setDropHighlight(item.get());
+}
+
+Ref<ListItem> ListView::HitTest(Single x, Single y) const {
+    return model_.itemOf(indexAtTwips(x, y));
+}
+
+void ListView::setMultiSelect(bool multiSelect) {
+    setSelectionMode(multiSelect ? ExtendedSelection : SingleSelection);
+}
+
+void ListView::setSorted(bool sorted) {
+    sorted_ = sorted;
+    sort();
+}
+
+void ListView::setSortKey(Long column) {
+    if (column < 0) throwError(err::InvalidArgument);
+    sortKey_ = column;
+    sort();
+}
+
+void ListView::sort() {
+    if (!sorted_) return;
+    items_.unsorted_ = true;
+    if (!awake()) return;
+    model_.beginSort();
+    items_.sorted();
+    model_.endSort();
+}
+
+void ListView::setSmallIcons(const ImageList* images) {
+    model_.setImageList(images);
+}
+
+void ListView::itemChosen(const QModelIndex& index) {
+    const Ref<ListItem> item = model_.itemOf(index);
+    Q_EMIT ItemClick(item.get());
+}
+
+void ListView::restore() {
+    QItemSelection rows;
+    for (const Ref<ListItem>& item : items_) {
+        if (!item->selected_) continue;
+        const QModelIndex index = model_.indexOf(item.get());
+        rows.select(index, index);
+    }
+    selectionModel()->select(rows, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    selectionModel()->setCurrentIndex(model_.indexOf(selectedItem_.get()), QItemSelectionModel::NoUpdate);
+    scrollToTarget();
+}
+
+void ListView::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
+    ItemView::selectionChanged(selected, deselected);
+    const auto mark = [this](const QItemSelection& rows, bool value) {
+        for (const QModelIndex& index : rows.indexes())
+            model_.itemOf(index)->selected_ = value;
+    };
+    mark(deselected, false);
+    mark(selected, true);
+}
+
+void ListView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+    ItemView::currentChanged(current, previous);
+    selectedItem_ = model_.itemOf(current);
+}
+
+void ListView::select(ListItem& item, bool selected) {
+    if (!awake()) {
+        if (selected && !MultiSelect()) clearSelected();
+        item.selected_ = selected;
+        return;
+    }
+    const auto command = !selected       ? QItemSelectionModel::Deselect
+                         : MultiSelect() ? QItemSelectionModel::Select
+                                         : QItemSelectionModel::ClearAndSelect;
+    selectionModel()->select(model_.indexOf(&item), command | QItemSelectionModel::Rows);
+}
+
+void ListView::clearSelected() {
+    if (awake()) clearSelection();
+    for (const Ref<ListItem>& item : items_)
+        item->selected_ = false;
+}
+
+void ListView::ensureVisible(ListItem& item) {
+    scrollTarget_ = &item;
+    if (isVisible()) scrollToTarget();
+}
+
+void ListView::scrollToTarget() {
+    const QModelIndex index = model_.indexOf(scrollTarget_.get());
+    scrollTarget_.reset();
+    if (index.isValid()) scrollTo(index);
+}
+
+// The neighbour takes the focus, but does not become selected.
+void ListView::aboutToRemove(const ListItem& item) {
+    if (dropHighlight_.get() == &item) setDropHighlight(nullptr);
+    if (scrollTarget_.get() == &item) scrollTarget_.reset();
+    if (selectedItem_.get() != &item) return;
+    const Long index = item.Index();
+    const Long heir = index < items_.Count() ? index + 1 : index - 1;
+    selectedItem_ = heir > 0 ? items_.Item(heir) : nullptr;
+    if (awake()) selectionModel()->setCurrentIndex(model_.indexOf(selectedItem_.get()), QItemSelectionModel::NoUpdate);
+}
+
+void ListView::aboutToClear() {
+    setDropHighlight(nullptr);
+    selectedItem_.reset();
+    scrollTarget_.reset();
+}
+
+} // namespace mkl

@@ -1,0 +1,122 @@
+#include "controls/StatusBar.h"
+
+#include "base/RunTimeError.h"
+#include "controls/Twips.h"
+
+#include <QMouseEvent>
+#include <QStyle>
+
+#include <algorithm>
+
+namespace mkl {
+
+namespace {
+
+constexpr Single defaultPanelWidth = 1440;
+constexpr int textMargin = 4; // pixels
+
+} // namespace
+
+StatusPanel::StatusPanel(const QString& key, StatusBar& bar)
+    : QLabel(&bar)
+    , bar_(bar)
+    , key_(key)
+    , width_(defaultPanelWidth) {
+    setObjectName(key);
+    setTextFormat(Qt::PlainText);
+    setFrameStyle(QFrame::Panel | QFrame::Sunken);
+    setIndent(textMargin);
+}
+
+void StatusPanel::setText(const QString& text) {
+    text_ = text;
+    setAccessibleName(text);
+    elide();
+}
+
+void StatusPanel::setWidth(Single twips) {
+    width_ = twips;
+    bar_.arrange();
+}
+
+void StatusPanel::setVisible(bool visible) {
+    QLabel::setVisible(visible);
+    bar_.arrange();
+}
+
+void StatusPanel::elide() {
+    const int room = contentsRect().width() - 2 * textMargin;
+    const QString shown = fontMetrics().elidedText(text_, Qt::ElideRight, std::max(0, room));
+    QLabel::setText(shown);
+    setToolTip(shown == text_ ? QString() : text_.toHtmlEscaped());
+}
+
+void StatusPanel::resizeEvent(QResizeEvent* event) {
+    QLabel::resizeEvent(event);
+    elide();
+}
+
+void StatusPanel::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton && rect().contains(event->position().toPoint())) Q_EMIT bar_.PanelClick(this);
+}
+
+void StatusPanel::mouseDoubleClickEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton) Q_EMIT bar_.PanelDblClick(this);
+}
+
+StatusBar::StatusBar(QWidget* parent)
+    : QWidget(parent) {}
+
+StatusPanel& StatusBar::addPanel(const QString& key) {
+    if (find(key)) throwError(err::KeyNotUnique, {key});
+    auto* const panel = new StatusPanel(key, *this);
+    panels_.push_back(panel);
+    panel->show();
+    return *panel;
+}
+
+StatusPanel& StatusBar::Panels(const QString& key) const {
+    StatusPanel* const panel = find(key);
+    if (!panel) throwError(err::ElementNotFound, {key});
+    return *panel;
+}
+
+StatusPanel* StatusBar::find(const QString& key) const {
+    const auto found = std::find_if(panels_.begin(), panels_.end(), [&](const StatusPanel* panel) {
+        return panel->Key().compare(key, Qt::CaseInsensitive) == 0;
+    });
+    return found == panels_.end() ? nullptr : *found;
+}
+
+QSize StatusBar::sizeHint() const {
+    return {20 * textMargin, fontMetrics().height() + 2 * textMargin};
+}
+
+// From left to right; the last visible panel takes what is left.
+void StatusBar::arrange() {
+    const auto last =
+        std::find_if(panels_.rbegin(), panels_.rend(), [](const auto* panel) { return panel->Visible(); });
+    double left = 0; // in twips, so that the edges meet those of controls of the same widths
+    for (StatusPanel* panel : panels_) {
+        if (!panel->Visible()) continue;
+        const int from = pixelsX(left);
+        left += panel->Width();
+        const int to = panel == *last ? width() : pixelsX(left);
+        panel->setGeometry(from, 0, std::max(0, to - from), height());
+    }
+}
+
+void StatusBar::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    arrange();
+}
+
+void StatusBar::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton && rect().contains(event->position().toPoint())) Q_EMIT Click();
+}
+
+void StatusBar::mouseDoubleClickEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton) Q_EMIT DblClick();
+}
+
+} // namespace mkl

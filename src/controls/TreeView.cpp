@@ -1,0 +1,132 @@
+#include "controls/TreeView.h"
+
+#include <QHeaderView>
+#include <QScopedValueRollback>
+
+namespace mkl {
+
+TreeView::TreeView(QWidget* parent)
+    : ItemView(parent)
+    , nodes_(*this)
+    , model_(nodes_) {
+    setHeaderHidden(true);
+    setItems(model_);
+    connect(this, &QTreeView::expanded, this,
+            [this](const QModelIndex& index) { expansionChanged(*model_.nodeOf(index), true); });
+    connect(this, &QTreeView::collapsed, this,
+            [this](const QModelIndex& index) { expansionChanged(*model_.nodeOf(index), false); });
+}
+
+TreeView::~TreeView() {
+    dropItems();
+}
+
+void TreeView::setSelectedItem(const Ref<Node>& node) {
+    if (node && node->owner_ != &nodes_) throwError(err::ElementNotFound, {node->Key()});
+    if (node) expandAncestors(*node);
+    selected_ = node;
+    if (!isVisible()) scrollTarget_ = node;
+    if (awake()) showSelection();
+}
+
+void TreeView::setDropHighlight(const Ref<Node>& node) {
+    if (node && node->owner_ != &nodes_) throwError(err::ElementNotFound, {node->Key()});
+    dropHighlight_ = node;
+    model_.setDropHighlight(node.get());
+}
+
+Ref<Node> TreeView::HitTest(Single x, Single y) const {
+    return model_.nodeOf(indexAtTwips(x, y));
+}
+
+void TreeView::itemChosen(const QModelIndex& index) {
+    const Ref<Node> node = model_.nodeOf(index);
+    Q_EMIT NodeClick(node.get());
+}
+
+void TreeView::restore() {
+    // The view keeps expanded nodes by index; the order does not matter while no layout has been made.
+    for (const Ref<Node>& node : nodes_)
+        if (node->expanded_) expand(model_.indexOf(node.get()));
+    showSelection();
+    scrollToTarget();
+}
+
+// What the user selects; what code selects has been noted before.
+void TreeView::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
+    ItemView::selectionChanged(selected, deselected);
+    if (!showing_ && !selected.isEmpty()) selected_ = model_.nodeOf(selected.indexes().constFirst());
+}
+
+// A tree with nodes never loses its selection to the user, also not by a click with Ctrl or beside the rows.
+QItemSelectionModel::SelectionFlags TreeView::selectionCommand(const QModelIndex& index, const QEvent*) const {
+    if (!index.isValid()) return QItemSelectionModel::NoUpdate;
+    return QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows;
+}
+
+void TreeView::setNodeExpanded(Node& node, bool expanded) {
+    if (expanded == node.expanded_ || (expanded && node.children_.empty())) return;
+    const Ref<Node> alive(&node);
+    if (awake())
+        QTreeView::setExpanded(model_.indexOf(&node), expanded);
+    else
+        expansionChanged(node, expanded);
+}
+
+void TreeView::expansionChanged(Node& node, bool expanded) {
+    if (node.expanded_ == expanded) return;
+    const Ref<Node> alive(&node);
+    node.expanded_ = expanded;
+    if (!expanded && selected_ && selected_->hangsBelow(node)) setSelectedItem(alive);
+    Q_EMIT(this->*(expanded ? &TreeView::Expand : &TreeView::Collapse))(&node);
+}
+
+void TreeView::expandAncestors(const Node& node) {
+    std::vector<Ref<Node>> ancestors;
+    for (Ref<Node> each = node.Parent(); each; each = each->Parent())
+        ancestors.push_back(each);
+    for (auto each = ancestors.rbegin(); each != ancestors.rend(); ++each)
+        (*each)->setExpanded(true);
+}
+
+void TreeView::ensureVisible(Node& node) {
+    const Ref<Node> alive(&node);
+    expandAncestors(node);
+    scrollTarget_ = alive;
+    if (isVisible()) scrollToTarget();
+}
+
+void TreeView::scrollToTarget() {
+    const QModelIndex index = model_.indexOf(scrollTarget_.get());
+    scrollTarget_.reset();
+    if (index.isValid()) scrollTo(index);
+}
+
+void TreeView::showSelection() {
+    const QScopedValueRollback<bool> guard(showing_, true);
+    const QModelIndex index = model_.indexOf(selected_.get());
+    if (index.isValid())
+        setCurrentIndex(index);
+    else
+        selectionModel()->clear();
+}
+
+void TreeView::aboutToRemove(const Node& node) {
+    const auto goes = [&](const Ref<Node>& each) { return each && (each.get() == &node || each->hangsBelow(node)); };
+    if (goes(dropHighlight_)) setDropHighlight(nullptr);
+    if (goes(selected_)) {
+        Ref<Node> heir = node.Next();
+        if (!heir) heir = node.Previous();
+        if (!heir) heir = node.Parent();
+        setSelectedItem(heir);
+    }
+    if (goes(scrollTarget_)) scrollTarget_.reset();
+}
+
+void TreeView::aboutToClear() {
+    setDropHighlight(nullptr);
+    setSelectedItem(nullptr);
+    scrollTarget_.reset();
+}
+
+} // namespace mkl

@@ -1,0 +1,92 @@
+#include "controls/UserControl.h"
+
+#include "controls/KeyCodes.h"
+#include "controls/Twips.h"
+
+#include <QApplication>
+#include <QChildEvent>
+#include <QKeyEvent>
+
+namespace mkl {
+
+UserControl::UserControl(QWidget* parent)
+    : QWidget(parent) {
+    connect(qApp, &QApplication::focusChanged, this, &UserControl::focusMoved);
+}
+
+Single UserControl::ScaleWidth() const {
+    return twipsX(width());
+}
+
+Single UserControl::ScaleHeight() const {
+    return twipsY(height());
+}
+
+Single UserControl::TextWidth(const QString& text) const {
+    return twipsX(fontMetrics().horizontalAdvance(text));
+}
+
+Single UserControl::TextHeight(const QString& text) const {
+    return twipsY(fontMetrics().height() * (text.count(u'\n') + 1));
+}
+
+Long UserControl::hWnd() const {
+    return static_cast<Long>(winId());
+}
+
+QWidget* UserControl::ActiveControl() const {
+    QWidget* active = focusWidget();
+    while (active && active->parentWidget() != this)
+        active = active->parentWidget();
+    return active;
+}
+
+QList<QWidget*> UserControl::Controls() const {
+    return findChildren<QWidget*>(Qt::FindDirectChildrenOnly);
+}
+
+void UserControl::KeyDown(Integer&, Integer&) {}
+
+bool UserControl::event(QEvent* event) {
+    if (event->type() == QEvent::ChildAdded) watch(static_cast<QChildEvent*>(event)->child());
+    // A key that a constituent left unused has been offered before.
+    if (event->type() == QEvent::KeyPress && hasFocus() && swallows(*static_cast<QKeyEvent*>(event))) return true;
+    return QWidget::event(event);
+}
+
+bool UserControl::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::ChildAdded) watch(static_cast<QChildEvent*>(event)->child());
+    if (event->type() != QEvent::KeyPress) return QWidget::eventFilter(watched, event);
+    // One that comes up from a child of the watched one has been offered there.
+    const auto* const widget = qobject_cast<QWidget*>(watched);
+    const bool first = widget && !widget->isAncestorOf(QApplication::focusWidget());
+    return first && swallows(*static_cast<QKeyEvent*>(event));
+}
+
+// Constituents are watched with all that they hold: whichever of them has the focus gets the keys.
+void UserControl::watch(QObject* object) {
+    if (!object->isWidgetType()) return;
+    object->installEventFilter(this);
+    for (QObject* child : object->children())
+        watch(child);
+}
+
+bool UserControl::swallows(const QKeyEvent& event) {
+    Integer code = keyCodeOf(event.key());
+    if (code == 0) return false;
+    Integer shift = shiftStateOf(event.modifiers());
+    KeyDown(code, shift);
+    return code == 0;
+}
+
+void UserControl::focusMoved(const QWidget* from, const QWidget* to) {
+    const auto within = [this](const QWidget* widget) { return widget && (widget == this || isAncestorOf(widget)); };
+    if (within(to) && !within(from)) EnterFocus();
+}
+
+void UserControl::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    ResizeControl();
+}
+
+} // namespace mkl
