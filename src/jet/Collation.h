@@ -9,7 +9,7 @@
 namespace jet {
 
 /// Negative, 0 or positive.
-int compareTexts(QStringView a, QStringView b);
+int compare(QStringView a, QStringView b);
 /// The same for UTF-8, as the engines hold texts.
 int compareUtf8(std::string_view a, std::string_view b);
 

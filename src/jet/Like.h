@@ -4,6 +4,8 @@
 #include <QList>
 #include <QString>
 #include <QStringView>
+#include <optional>
+#include <span>
 
 namespace jet {
 
@@ -20,17 +22,31 @@ private:
     struct Range {
         QString first, last;
     };
+    struct CharClass {
+        bool negated = false;
+        QList<char32_t> characters; ///< folded
+        QList<Range> ranges;
+    };
     struct Element {
         enum class Kind : quint8 { Letter, AnyRun, AnyOne, Digit, Class };
         Kind kind;
-        char32_t letter = 0;     ///< folded
-        qsizetype charClass = 0; ///< index into classes_
+        char32_t letter = 0;      ///< folded
+        qsizetype classIndex = 0; ///< into classes_
     };
-    struct CharClass {
-        bool negated = false;
-        QList<char32_t> letters; ///< folded
-        QList<Range> ranges;
+    /// A letter of the text; ß, æ and œ are two of them.
+    struct Letter {
+        char32_t folded;
+        char32_t character; ///< before folding; 0 for a second half
+        bool hasSecondHalf;
     };
+    using Letters = std::span<const Letter>;
+
+    qsizetype readClass(QStringView pattern, qsizetype at);
+    static bool readClassItems(QStringView items, CharClass& charClass);
+    void addLetters(char32_t character);
+    std::optional<size_t> step(const Element& element, Letters letters, size_t at) const;
+    static bool contains(const CharClass& charClass, char32_t character, char32_t folded);
+    bool matchesLetters(Letters letters) const;
 
     QList<Element> elements_;
     QList<CharClass> classes_;
@@ -39,8 +55,7 @@ private:
 
 enum class BrokenPattern : quint8 { Raises, MatchesNothing };
 
-/// Whether the text matches; a broken pattern raises 93 unless told otherwise. The last pattern of the thread stays
-/// ready.
+/// Whether the text matches; a broken pattern raises 93 unless told otherwise. The thread keeps its last pattern ready.
 bool matchesLike(QStringView text, QStringView pattern, BrokenPattern broken = BrokenPattern::Raises);
 
 } // namespace jet
