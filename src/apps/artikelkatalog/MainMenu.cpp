@@ -4,7 +4,6 @@
 #include "browser/ArtCatBrowser.h"
 #include "controls/Asker.h"
 
-#include <QActionGroup>
 #include <QCoreApplication>
 #include <QDir>
 #include <QMenu>
@@ -49,29 +48,25 @@ void MainWindow::fillRecentFiles(QMenu& menu) {
 }
 
 void MainWindow::makeViewMenu() {
-    QMenu& menu = *menuBar()->addMenu(text(TextId::ProgramMenuView));
-    QAction* reload = addEntry(menu, u"Reload"_s, TextId::ProgramMenuReload, QKeySequence(Qt::Key_F5));
-    connect(reload, &QAction::triggered, this, &MainWindow::readCatalogue);
-    menu.addSeparator();
-    QAction* statusBarEntry = addEntry(menu, u"StatusBar"_s, TextId::ProgramMenuStatusBar);
-    statusBarEntry->setCheckable(true);
-    connect(statusBarEntry, &QAction::triggered, this, [this](bool on) { browser_->setShowStatusBar(on); });
-    auto* sets = new QActionGroup(this);
-    sets->addAction(addEntry(menu, u"Imageset1"_s, TextId::ProgramMenuImageset1))->setData(acbImageset1);
-    sets->addAction(addEntry(menu, u"Imageset2"_s, TextId::ProgramMenuImageset2))->setData(acbImageset2);
-    for (QAction* entry : sets->actions())
+    viewMenu_ = menuBar()->addMenu(text(TextId::ProgramMenuView));
+    connect(addEntry(*viewMenu_, u"Reload"_s, TextId::ProgramMenuReload, QKeySequence(Qt::Key_F5)), &QAction::triggered,
+            this, &MainWindow::readCatalogue);
+    viewMenu_->addSeparator();
+    statusBarEntry_ = addEntry(*viewMenu_, u"StatusBar"_s, TextId::ProgramMenuStatusBar);
+    imageset2Entry_ = addEntry(*viewMenu_, u"Imageset2"_s, TextId::ProgramMenuImageset2);
+    for (QAction* entry : {statusBarEntry_, imageset2Entry_})
         entry->setCheckable(true);
-    connect(sets, &QActionGroup::triggered, this, [this](const QAction* entry) {
-        browser_->setImageset(static_cast<acbImagesets>(entry->data().toInt()));
-        readCatalogue();
+    statusBarEntry_->setChecked(true);
+    connect(statusBarEntry_, &QAction::triggered, this, &MainWindow::applyView);
+    connect(imageset2Entry_, &QAction::triggered, this, [this] {
+        applyView();
+        readCatalogue(); // nodes keep their icons until then
     });
-    connect(&menu, &QMenu::aboutToShow, this, [this, reload, statusBarEntry, sets] {
-        for (QAction* entry : QList{reload, statusBarEntry} + sets->actions())
-            entry->setEnabled(browser_ != nullptr);
-        if (!browser_) return;
-        statusBarEntry->setChecked(browser_->ShowStatusBar());
-        sets->actions().at(browser_->Imageset())->setChecked(true);
-    });
+}
+
+void MainWindow::applyView() {
+    browser_->setShowStatusBar(statusBarEntry_->isChecked());
+    browser_->setImageset(imageset2Entry_->isChecked() ? acbImageset2 : acbImageset1);
 }
 
 void MainWindow::makeHelpMenu() {

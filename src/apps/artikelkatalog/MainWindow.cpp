@@ -6,12 +6,16 @@
 #include "base/Texts.h"
 #include "browser/ArtCatBrowser.h"
 #include "catalogue/CatalogueImport.h"
+#include "controls/Asker.h"
 #include "controls/CatalogueImages.h"
 #include "controls/FormRunner.h"
 #include "controls/TreeView.h"
 
+#include <QAction>
 #include <QCloseEvent>
 #include <QFileDialog>
+#include <QMenu>
+#include <QMenuBar>
 #include <QSettings>
 #include <QStackedWidget>
 
@@ -48,6 +52,7 @@ MainWindow::MainWindow(QSettings& settings)
     makeFileMenu();
     makeViewMenu();
     makeHelpMenu();
+    allowViewEntries();
     showTitle();
     resize(1000, 700);
     restoreGeometry(settings_.value(geometryKey).toByteArray());
@@ -85,17 +90,25 @@ void MainWindow::makeBrowser() {
     browser_->setAppName(text(TextId::ProgramTitle));
     browser_->setBackend(session_.database());
     browser_->setWorkspace(session_.workspace());
-    connect(browser_.get(), &ArtCatBrowser::Quit, this, &QWidget::close);
+    applyView();
+    allowViewEntries();
     pages_->addWidget(browser_.get());
     pages_->setCurrentWidget(browser_.get());
 }
 
 void MainWindow::closeBrowser() {
     browser_.reset();
+    allowViewEntries();
+}
+
+void MainWindow::allowViewEntries() const {
+    for (QAction* entry : viewMenu_->actions())
+        entry->setEnabled(browser_ != nullptr);
 }
 
 /// The read serves the message queue: the window may be closed in the middle of it.
 bool MainWindow::readCatalogue() {
+    if (isReading_) return false;
     isReading_ = true;
     menuBar()->setEnabled(false);
     browser_->Populate();

@@ -6,6 +6,8 @@
 #include <memory>
 
 QT_BEGIN_NAMESPACE
+class QAction;
+class QMenu;
 class QSettings;
 class QStackedWidget;
 QT_END_NAMESPACE
@@ -39,6 +41,8 @@ private:
     void makeFileMenu();
     void makeViewMenu();
     void makeHelpMenu();
+    void applyView();
+    void allowViewEntries() const;
     void fillRecentFiles(QMenu& menu);
 
     void chooseFile();
@@ -56,6 +60,9 @@ private:
     RecentFiles recentFiles_;
     CatalogueSession session_;
     QStackedWidget* pages_;
+    QMenu* viewMenu_ = nullptr;
+    QAction* statusBarEntry_ = nullptr;
+    QAction* imageset2Entry_ = nullptr;
     std::unique_ptr<ArtCatBrowser> browser_;
     bool isReading_ = false;
 };
