@@ -3,6 +3,7 @@
 #include "controls/Asker.h"
 
 #include <QList>
+#include <functional>
 
 namespace mkl {
 
@@ -15,12 +16,14 @@ public:
 
     Long ask(const MessageBox& box) override {
         shown.append(box);
+        if (whileShown) whileShown();
         return answers.isEmpty() ? Long(vbOK) : answers.takeFirst();
     }
     std::optional<QString> askText(const QString&, const QString&, const QString&) override { return {}; }
 
     QList<Long> answers; ///< taken from the front; vbOK when used up
     QList<MessageBox> shown;
+    std::function<void()> whileShown; ///< what happens before the answer
 
 private:
     Asker* former_;

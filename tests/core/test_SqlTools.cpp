@@ -25,7 +25,7 @@ const QStringList trickyCriteria = {
     u"[Kategoriename]='O''Neill'"_s,
     u"[WHERE (] Is Null"_s,
     u"a=1 OR b=2"_s,
-    u"[Parent] In (SELECT k FROM t WHERE x=1 ORDER BY y)"_s,
+    u"[Kategoriename] Like '(SELECT*'"_s,
     u"(True AND (a=1))"_s,
     u"d=#2001-05-01#"_s,
 };
@@ -103,7 +103,7 @@ TEST(InsertCriteria, ThatAreNotOneExpressionAreRefused) {
         u"WHERE a=1"_s,
         u"a=1 UNION SELECT * FROM t"_s,
         u"a=1;"_s,
-        u"a=1 -- b"_s,
+        u"a=1 --"_s,
     };
     for (const QString& criteria : hostile)
         EXPECT_EQ(errorOf([&] { inserted(u"SELECT * FROM t"_s, criteria); }), syntaxError) << criteria.toStdString();
