@@ -12,7 +12,7 @@ import texts
 import words
 
 DIAGRAM = layers.Diagram("folder base :\nfolder dao : base\nfolder dao/engine : dao base\nfolder apps/tool : dao base\n"
-                         "only engine.h : dao/engine\nnowhere sys/*\npublic dao/Database.h\n")
+                         "only engine.h : dao/engine\ndoor dao/engine/Door.h : dao\nnowhere sys/*\npublic dao/Database.h\n")
 
 
 def layer_findings(name, line):
@@ -26,10 +26,13 @@ class Layers(unittest.TestCase):
         self.assertTrue(layer_findings("dao/A.cpp", "#  include <sys/stat.h>"))
         self.assertTrue(layer_findings("dao/A.cpp", '#include "Database.h"'))
         self.assertTrue(layer_findings("apps/tool/main.cpp", '#include "dao/Cursor.h"'))
+        self.assertTrue(layer_findings("dao/A.cpp", '#include "dao/engine/Statement.h"'))
+        self.assertTrue(layer_findings("base/A.cpp", '#include "dao/engine/Door.h"'))
         self.assertTrue(layer_findings("elsewhere/A.cpp", ""))
 
     def test_passed(self):
         self.assertFalse(layer_findings("dao/A.cpp", '#include "base/types.h"'))
+        self.assertFalse(layer_findings("dao/A.cpp", '#include "dao/engine/Door.h"'))
         self.assertFalse(layer_findings("dao/engine/A.cpp", "#include <engine.h>"))
         self.assertFalse(layer_findings("apps/tool/main.cpp", '#include "dao/Database.h"'))
         self.assertFalse(layer_findings("base/A.cpp", '// #include "dao/Database.h"'))
