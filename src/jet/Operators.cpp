@@ -4,6 +4,7 @@
 #include "jet/Collation.h"
 #include "jet/Like.h"
 #include "jet/Operands.h"
+#include "jet/Schema.h"
 
 #include <optional>
 
@@ -50,6 +51,28 @@ Variant comparison(const Variant& a, const Variant& b, Holds holds) {
     return Variant(bool(holds(compareValues(a, b))));
 }
 
+template<ColumnType type>
+Variant convertedValue(const Variant& value) {
+    if constexpr (type == ColumnType::Boolean)
+        return value.toBoolean();
+    else if constexpr (type == ColumnType::Int)
+        return value.toLong();
+    else if constexpr (type == ColumnType::Double)
+        return value.toDouble();
+    else if constexpr (type == ColumnType::Currency)
+        return Variant::currency(value.toCurrency());
+    else if constexpr (type == ColumnType::Date)
+        return Variant::date(Variant(dateOrNumber(value)).toDate());
+    else
+        return value.toText();
+}
+
+// The value as a column of that type takes it in. 6 and 13 for what does not fit.
+template<ColumnType type>
+Variant converted(std::span<const Variant> operands) {
+    return operands[0].isNull() ? Variant() : convertedValue<type>(operands[0]);
+}
+
 template<Variant (*implementation)(const Variant&)>
 Variant unary(std::span<const Variant> operands) {
     return implementation(operands[0]);
@@ -88,6 +111,12 @@ constexpr Operator table[] = {
     {"mkl_or", 2, binary<logicalOr>},
     {"mkl_power", 2, binary<power>},
     {"mkl_subtract", 2, binary<subtract>},
+    {"mkl_to_boolean", 1, converted<ColumnType::Boolean>},
+    {"mkl_to_currency", 1, converted<ColumnType::Currency>},
+    {"mkl_to_date", 1, converted<ColumnType::Date>},
+    {"mkl_to_double", 1, converted<ColumnType::Double>},
+    {"mkl_to_long", 1, converted<ColumnType::Int>},
+    {"mkl_to_text", 1, converted<ColumnType::Text>},
     {"mkl_truth", 1, unary<truth>},
     {"mkl_xor", 2, binary<logicalXor>},
 };

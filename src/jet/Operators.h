@@ -41,7 +41,8 @@ Variant logicalXor(const Variant& a, const Variant& b);
 Variant logicalEqv(const Variant& a, const Variant& b);
 Variant logicalImp(const Variant& a, const Variant& b);
 
-/// One row per operator, for the engines to register. All are deterministic.
+/// One row per operator, and per type of column the conversion of what is stored there, for the engines to register.
+/// All are deterministic.
 struct Operator {
     const char* nativeName;
     int argumentCount;

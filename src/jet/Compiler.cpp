@@ -1,0 +1,43 @@
+#include "jet/Compiler.h"
+
+#include "jet/Parser.h"
+#include "jet/StatementWriter.h"
+
+namespace jet {
+
+namespace {
+
+BoundSelect bound(SelectStatement& select, const Schema& schema, UnknownNames& unknown) {
+    return SelectBinder(select, schema, unknown).bind();
+}
+BoundInsert bound(InsertStatement& insert, const Schema& schema, UnknownNames& unknown) {
+    return bindInsert(insert, schema, unknown);
+}
+BoundUpdate bound(UpdateStatement& update, const Schema& schema, UnknownNames& unknown) {
+    return bindUpdate(update, schema, unknown);
+}
+BoundDelete bound(DeleteStatement& statement, const Schema& schema, UnknownNames& unknown) {
+    return bindDelete(statement, schema, unknown);
+}
+
+} // namespace
+
+Plan compileStatement(QStringView text, const Schema& schema, const Target& target) {
+    TokenStream tokens(text);
+    Statement statement = parseStatement(tokens);
+    return std::visit(
+        [&](auto& tree) {
+            UnknownNames unknown;
+            const auto ready = bound(tree, schema, unknown);
+            unknown.raise();
+            return StatementWriter(target).write(ready);
+        },
+        statement);
+}
+
+void checkCriterion(QStringView text) {
+    TokenStream tokens(text);
+    parseCriterion(tokens);
+}
+
+} // namespace jet

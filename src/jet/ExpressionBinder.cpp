@@ -1,0 +1,119 @@
+#include "jet/ExpressionBinder.h"
+
+#include "base/RunTimeError.h"
+#include "jet/Aggregates.h"
+#include "jet/Grouping.h"
+#include "jet/LazyCalls.h"
+#include "jet/Lexer.h"
+#include "jet/Operands.h"
+#include "jet/TokenStream.h"
+#include "jet/Typing.h"
+
+namespace jet {
+
+namespace {
+
+constexpr mkl::Long syntaxError = 3075;
+constexpr mkl::Long unknownFunction = 3085;
+constexpr mkl::Long aggregateInExpression = 3095;
+constexpr mkl::Long tooComplex = 3360;
+
+Comparison strictest(Comparison a, Comparison b) {
+    return a < b ? b : a;
+}
+
+bool takesArguments(const Function& function, size_t count) {
+    if (!function.takes(static_cast<int>(count))) return false;
+    const bool pairs = function.lazy && lazyKindOf(function) == LazyKind::Switch;
+    return !pairs || count % 2 == 0;
+}
+
+// Aliases make a tree deeper than its text is.
+void countDepth(Expression& expression) {
+    const auto* const name = expression.as<Name>();
+    expression.depth = name && name->alias ? name->alias->depth + 1 : 1;
+    for (const Expression* operand : operandsOf(expression))
+        expression.depth = qMax(expression.depth, operand->depth + 1);
+    if (expression.depth > maximalDepth) mkl::throwError(tooComplex);
+}
+
+} // namespace
+
+void ExpressionBinder::bindOperands(Expression& expression, const Clause& clause) {
+    for (Expression* operand : operandsOf(expression))
+        bind(*operand, clause);
+}
+
+void ExpressionBinder::bind(Expression& expression, const Clause& clause) {
+    if (!expression.as<Call>()) bindOperands(expression, clause);
+    expression.type =
+        std::visit(Overloaded{[](const Literal& literal) { return typeOf(literal.value); },
+                              [](const Constant& constant) { return typeOf(constant.value); },
+                              [&](Name& name) { return bindName(name, clause); },
+                              [](const Negation& negation) { return negationType(negation.operand->type); },
+                              [&](Binary& binary) { return bindBinary(binary); },
+                              [&](Call& call) { return bindCall(call, expression, clause); },
+                              [](Between& between) {
+                                  between.comparison = strictest(comparisonOf(*between.value, *between.low),
+                                                                 comparisonOf(*between.value, *between.high));
+                                  return ColumnType::Boolean;
+                              },
+                              [](In& in) {
+                                  in.comparison = Comparison::Native;
+                                  for (const ExpressionPtr& item : in.items)
+                                      in.comparison = strictest(in.comparison, comparisonOf(*in.value, *item));
+                                  return ColumnType::Boolean;
+                              },
+                              [](const auto&) { return ColumnType::Boolean; }},
+                   expression.node);
+    countDepth(expression);
+}
+
+ColumnType ExpressionBinder::bindName(Name& name, const Clause& clause) {
+    if (scope_.resolve(name, clause.sources)) return scope_.column(name).type;
+    if (name.qualifier.isEmpty() && clause.aliasOf) name.alias = clause.aliasOf(name.name);
+    if (name.alias) {
+        if (clause.aggregateError != 0 && containsAggregate(*name.alias))
+            mkl::throwError(clause.aggregateError, {name.name.toString()});
+        return name.alias->type;
+    }
+    unknown_.add(name.qualifier, name.name);
+    return ColumnType::Unknown;
+}
+
+ColumnType ExpressionBinder::bindBinary(Binary& binary) {
+    if (isComparison(binary.op)) binary.comparison = comparisonOf(*binary.left, *binary.right);
+    return binaryType(binary.op, binary.left->type, binary.right->type);
+}
+
+ColumnType ExpressionBinder::bindCall(Call& call, const Expression& expression, const Clause& clause) {
+    call.aggregate = findAggregate(call.name);
+    if (call.aggregate) return bindAggregate(call, expression, clause);
+    call.function = findFunction(call.name);
+    if (!call.function) mkl::throwError(unknownFunction, {call.name.toString()});
+    if (call.star || !takesArguments(*call.function, call.arguments.size()))
+        mkl::throwError(syntaxError, {excerpt(expression.text)});
+    QVarLengthArray<ColumnType, 8> types;
+    for (const ExpressionPtr& argument : call.arguments) {
+        bind(*argument, clause);
+        types.append(argument->type);
+    }
+    if (call.function->lazy) return commonType(branchesOf(call));
+    return call.function->resultType({types.constData(), static_cast<size_t>(types.size())});
+}
+
+ColumnType ExpressionBinder::bindAggregate(Call& call, const Expression& expression, const Clause& clause) {
+    if (clause.aggregateError != 0) mkl::throwError(clause.aggregateError, {excerpt(expression.text)});
+    const bool counts = call.aggregate == findAggregate(u"Count");
+    if (call.star ? !counts : call.arguments.size() != 1) mkl::throwError(syntaxError, {excerpt(expression.text)});
+    if (call.star) return call.aggregate->resultType(ColumnType::Unknown);
+    Clause inside = clause;
+    inside.aggregateError = aggregateInExpression;
+    Expression& argument = *call.arguments.front();
+    bind(argument, inside);
+    const bool isNumber = argument.type != ColumnType::Text && argument.type != ColumnType::Binary;
+    if (call.aggregate->numeric && !isNumber && isPlain(argument)) mkl::throwError(errCriterionType);
+    return call.aggregate->resultType(argument.type);
+}
+
+} // namespace jet

@@ -1,0 +1,37 @@
+#pragma once
+#include "jet/Scope.h"
+
+#include <functional>
+
+namespace jet {
+
+/// What an expression may do where it stands.
+struct Clause {
+    mkl::Long aggregateError = 0;                          ///< raised for an aggregate; 0 where one may stand
+    Scope::Range sources;                                  ///< tables whose columns it sees
+    std::function<const Expression*(QStringView)> aliasOf; ///< the output column of that name, bound; may be empty
+};
+
+/// Binds expressions: names to columns, calls to functions, and gives each node its type.
+class ExpressionBinder {
+public:
+    ExpressionBinder(const Scope& scope, UnknownNames& unknown)
+        : scope_(scope)
+        , unknown_(unknown) {}
+
+    /// 3061 names are collected, 3075 wrong number of arguments, 3079 ambiguous name, 3085 unknown function,
+    /// 3095 aggregate in an aggregate, 3464 clash of types.
+    void bind(Expression& expression, const Clause& clause);
+
+private:
+    ColumnType bindName(Name& name, const Clause& clause);
+    ColumnType bindBinary(Binary& binary);
+    ColumnType bindCall(Call& call, const Expression& expression, const Clause& clause);
+    ColumnType bindAggregate(Call& call, const Expression& expression, const Clause& clause);
+    void bindOperands(Expression& expression, const Clause& clause);
+
+    const Scope& scope_;
+    UnknownNames& unknown_;
+};
+
+} // namespace jet

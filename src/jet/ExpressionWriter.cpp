@@ -1,0 +1,289 @@
+#include "jet/ExpressionWriter.h"
+
+#include "base/RunTimeError.h"
+#include "jet/Aggregates.h"
+#include "jet/LazyCalls.h"
+#include "jet/Typing.h"
+
+namespace jet {
+
+namespace {
+
+constexpr mkl::Long tooComplex = 3360;
+constexpr qsizetype maximalNativeSize = 1'000'000;
+
+const QByteArray nullText = QByteArrayLiteral("NULL");
+
+const char* functionOf(Op op) {
+    switch (op) {
+    case Op::Power: return "mkl_power";
+    case Op::Multiply: return "mkl_multiply";
+    case Op::Divide: return "mkl_divide";
+    case Op::IntegerDivide: return "mkl_int_divide";
+    case Op::Modulo: return "mkl_modulo";
+    case Op::Add: return "mkl_add";
+    case Op::Subtract: return "mkl_subtract";
+    case Op::Concatenate: return "mkl_concat";
+    case Op::Equal: return "mkl_equal";
+    case Op::NotEqual: return "mkl_not_equal";
+    case Op::Less: return "mkl_less";
+    case Op::LessOrEqual: return "mkl_less_equal";
+    case Op::Greater: return "mkl_greater";
+    case Op::GreaterOrEqual: return "mkl_greater_equal";
+    case Op::Like: return "mkl_like";
+    case Op::Xor: return "mkl_xor";
+    case Op::Equivalent: return "mkl_eqv";
+    case Op::Implies: return "mkl_imp";
+    }
+    return "";
+}
+
+const char* nativeComparison(Op op) {
+    switch (op) {
+    case Op::Equal: return " = ";
+    case Op::NotEqual: return " <> ";
+    case Op::Less: return " < ";
+    case Op::LessOrEqual: return " <= ";
+    case Op::Greater: return " > ";
+    default: return " >= ";
+    }
+}
+
+const char* conversionTo(ColumnType type) {
+    switch (type) {
+    case ColumnType::Boolean: return "mkl_to_boolean";
+    case ColumnType::Int: return "mkl_to_long";
+    case ColumnType::Double: return "mkl_to_double";
+    case ColumnType::Currency: return "mkl_to_currency";
+    case ColumnType::Date: return "mkl_to_date";
+    default: return "mkl_to_text";
+    }
+}
+
+bool storesAsIs(ColumnType from, ColumnType to) {
+    if (from == to || to == ColumnType::Unknown || to == ColumnType::Binary) return true;
+    const bool fromWhole = from == ColumnType::Boolean || from == ColumnType::Int;
+    return fromWhole && (to == ColumnType::Int || to == ColumnType::Double || to == ColumnType::Currency);
+}
+
+bool isNumber(ColumnType type) {
+    return type == ColumnType::Boolean || type == ColumnType::Int || type == ColumnType::Double ||
+           type == ColumnType::Currency;
+}
+
+// Whether the engine gives it as one of its own conditions.
+bool isNativeCondition(const Expression& expression) {
+    if (const auto* binary = expression.as<Binary>())
+        return isComparison(binary->op) && binary->comparison != Comparison::Function;
+    if (const auto* between = expression.as<Between>())
+        return between->comparison != Comparison::Function && isPlain(*between->value) && isPlain(*between->low) &&
+               isPlain(*between->high);
+    return expression.as<Not>() || expression.as<Junction>() || expression.as<In>() || expression.as<IsNull>();
+}
+
+// Whether a registered function computes it, which tells the next one the type by itself.
+bool isRegisteredCall(const Expression& expression) {
+    if (expression.as<Negation>() || (expression.as<Binary>() && !isNativeCondition(expression))) return true;
+    const auto* const call = expression.as<Call>();
+    return call && call->function && !call->function->lazy;
+}
+
+// Halves all the way down: engines limit the depth of an expression, hosts do not limit the length of a filter.
+QByteArray joined(const QByteArrayList& terms, qsizetype begin, qsizetype end, const char* separator) {
+    if (end - begin == 1) return terms[begin];
+    const qsizetype middle = begin + (end - begin) / 2;
+    return '(' + joined(terms, begin, middle, separator) + separator + joined(terms, middle, end, separator) + ')';
+}
+
+QByteArray checkedSize(QByteArray native) {
+    if (native.size() > maximalNativeSize) mkl::throwError(tooComplex);
+    return native;
+}
+
+} // namespace
+
+int ParameterList::numberOf(const Literal& literal) {
+    for (int i = 0; i < parameters_.size(); ++i)
+        if (parameters_[i].literal == literal.index && parameters_[i].negated == literal.negated) return i + 1;
+    parameters_.append({literal.index, literal.negated});
+    return static_cast<int>(parameters_.size());
+}
+
+QByteArray ExpressionWriter::value(const Expression& expression) {
+    return checkedSize(writeValue(withoutAlias(expression)));
+}
+
+QByteArray ExpressionWriter::condition(const Expression& expression) {
+    const Expression& target = withoutAlias(expression);
+    if (isNativeCondition(target)) return checkedSize(nativeCondition(target));
+    const bool number = isNumber(target.type) || target.isNull();
+    return target_.condition(number ? value(target) : call("mkl_truth", {&target}));
+}
+
+QByteArray ExpressionWriter::writeValue(const Expression& expression) {
+    if (isNativeCondition(expression)) return target_.yesNo(nativeCondition(expression));
+    if (const auto* node = expression.as<Literal>())
+        return target_.parameter(parameters_.numberOf(*node), expression.type);
+    if (const auto* node = expression.as<Constant>())
+        return node->value.isNull() ? nullText : QByteArray::number(node->value.toLong());
+    if (const auto* node = expression.as<Name>()) return column(*node);
+    if (const auto* node = expression.as<Negation>()) return call("mkl_negate", {node->operand.get()});
+    if (const auto* node = expression.as<Binary>())
+        return call(functionOf(node->op), {node->left.get(), node->right.get()});
+    if (const auto* node = expression.as<Between>())
+        return call("mkl_between", {node->value.get(), node->low.get(), node->high.get()});
+    return call(std::get<Call>(expression.node), expression.type);
+}
+
+QByteArray ExpressionWriter::nativeCondition(const Expression& expression) {
+    if (const auto* node = expression.as<Not>()) return "(NOT " + condition(*node->operand) + ')';
+    if (const auto* node = expression.as<Junction>()) return junction(*node);
+    if (const auto* node = expression.as<Binary>()) return comparison(*node);
+    if (const auto* node = expression.as<Between>()) return between(*node);
+    if (const auto* node = expression.as<IsNull>())
+        return '(' + value(*node->value) + (node->negated ? " IS NOT NULL)" : " IS NULL)");
+    return in(std::get<In>(expression.node));
+}
+
+QByteArray ExpressionWriter::conjunction(const std::vector<const Expression*>& terms) {
+    QByteArrayList conditions;
+    for (const Expression* term : terms)
+        conditions.append(condition(*term));
+    return conditions.isEmpty() ? QByteArray() : joined(conditions, 0, conditions.size(), " AND ");
+}
+
+QByteArray ExpressionWriter::comparable(const Expression& expression) {
+    const bool text = expression.type == ColumnType::Text || expression.type == ColumnType::Unknown;
+    return text && !expression.isNull() ? target_.collated(value(expression)) : value(expression);
+}
+
+QByteArray ExpressionWriter::key(const Expression& expression) {
+    // A bare number would be taken for the place of a column.
+    return withoutAlias(expression).as<Constant>() ? nullText : comparable(expression);
+}
+
+QByteArray ExpressionWriter::stored(const Expression& expression, ColumnType type) {
+    if (expression.isNull() || storesAsIs(expression.type, type)) return value(expression);
+    return conversionTo(type) + ('(' + operand(expression) + ')');
+}
+
+QByteArray ExpressionWriter::stored(const QByteArray& native, ColumnType from, ColumnType to) const {
+    return storesAsIs(from, to) ? native : conversionTo(to) + ('(' + target_.operand(native, from) + ')');
+}
+
+QByteArray ExpressionWriter::column(const Name& name) {
+    return target_.name(scope_[name.source].name) + '.' + target_.name(scope_.column(name).name);
+}
+
+QByteArray ExpressionWriter::operand(const Expression& expression) {
+    const Expression& target = withoutAlias(expression);
+    return isRegisteredCall(target) ? value(target) : target_.operand(value(target), target.type);
+}
+
+QByteArray ExpressionWriter::call(const char* nativeName, std::initializer_list<const Expression*> operands) {
+    QByteArrayList written;
+    for (const Expression* expression : operands)
+        written.append(operand(*expression));
+    return nativeName + ('(' + written.join(", ") + ')');
+}
+
+QByteArray ExpressionWriter::call(const Call& call, ColumnType type) {
+    if (call.aggregate) return aggregate(call);
+    if (call.function->lazy) return lazy(call, type);
+    QByteArrayList arguments;
+    for (const ExpressionPtr& argument : call.arguments)
+        arguments.append(operand(*argument));
+    return call.function->nativeName + ('(' + arguments.join(", ") + ')');
+}
+
+QByteArray ExpressionWriter::aggregate(const Call& call) {
+    if (call.star) return "count(*)";
+    const Aggregate& aggregate = *call.aggregate;
+    const Expression& argument = *call.arguments.front();
+    QByteArray written;
+    if (aggregate.ordered)
+        written = operand(argument) + rowKeys();
+    else if (aggregate.numeric)
+        written = stored(argument, isNumber(argument.type) ? argument.type : ColumnType::Double);
+    else
+        written = comparable(argument);
+    return aggregate.nativeName + ('(' + written + ')');
+}
+
+// What gives the rows of all tables of the FROM clause an order.
+QByteArray ExpressionWriter::rowKeys() {
+    QByteArray keys;
+    for (const Scope::Source& source : scope_.sources()) {
+        const QByteArray table = target_.name(source.name);
+        for (const int column : source.table->primaryKey) {
+            const Column& key = source.table->columns[column];
+            keys += ", " + target_.operand(table + '.' + target_.name(key.name), key.type);
+        }
+        if (source.table->primaryKey.isEmpty()) keys += ", " + target_.rowIdentity(table);
+    }
+    return keys;
+}
+
+QByteArray ExpressionWriter::lazy(const Call& call, ColumnType type) {
+    const ExpressionList& arguments = call.arguments;
+    const auto result = [&](const Expression& expression) {
+        return type == ColumnType::Unknown ? operand(expression) : value(expression);
+    };
+    switch (lazyKindOf(*call.function)) {
+    case LazyKind::IIf:
+        return "CASE WHEN " + condition(*arguments[0]) + " THEN " + result(*arguments[1]) + " ELSE " +
+               result(*arguments[2]) + " END";
+    case LazyKind::Choose: {
+        QByteArray native = "CASE " + ("mkl_clng(" + operand(*arguments[0]) + ')');
+        for (size_t i = 1; i < arguments.size(); ++i)
+            native += " WHEN " + QByteArray::number(qulonglong(i)) + " THEN " + result(*arguments[i]);
+        return native + " END";
+    }
+    case LazyKind::Switch: break;
+    }
+    QByteArray native = "CASE";
+    for (size_t i = 0; i < arguments.size(); i += 2)
+        native += " WHEN " + condition(*arguments[i]) + " THEN " + result(*arguments[i + 1]);
+    return native + " END";
+}
+
+QByteArray ExpressionWriter::compared(const Expression& expression, Comparison comparison) {
+    return comparison == Comparison::Collated ? comparable(expression) : value(expression);
+}
+
+QByteArray ExpressionWriter::comparison(const Binary& binary) {
+    return '(' + compared(*binary.left, binary.comparison) + nativeComparison(binary.op) +
+           compared(*binary.right, binary.comparison) + ')';
+}
+
+// The bounds may stand in either order.
+QByteArray ExpressionWriter::between(const Between& between) {
+    const QByteArray value = compared(*between.value, between.comparison);
+    const QByteArray low = compared(*between.low, between.comparison);
+    const QByteArray high = compared(*between.high, between.comparison);
+    const auto within = [&value](const QByteArray& from, const QByteArray& to) {
+        return '(' + value + " >= " + from + " AND " + value + " <= " + to + ')';
+    };
+    return '(' + within(low, high) + " OR " + within(high, low) + ')';
+}
+
+QByteArray ExpressionWriter::in(const In& in) {
+    QByteArrayList items;
+    for (const ExpressionPtr& item : in.items) {
+        if (in.comparison == Comparison::Function)
+            items.append(target_.condition(call("mkl_equal", {in.value.get(), item.get()})));
+        else
+            items.append(compared(*item, in.comparison));
+    }
+    if (in.comparison == Comparison::Function) return joined(items, 0, items.size(), " OR ");
+    return '(' + compared(*in.value, in.comparison) + " IN (" + items.join(", ") + "))";
+}
+
+QByteArray ExpressionWriter::junction(const Junction& junction) {
+    QByteArrayList conditions;
+    for (const ExpressionPtr& operand : junction.operands)
+        conditions.append(condition(*operand));
+    return joined(conditions, 0, conditions.size(), junction.isAnd ? " AND " : " OR ");
+}
+
+} // namespace jet

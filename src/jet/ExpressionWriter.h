@@ -1,0 +1,62 @@
+#pragma once
+#include "jet/Plan.h"
+#include "jet/Scope.h"
+#include "jet/Target.h"
+
+namespace jet {
+
+/// The literals that a native text uses, each as one numbered parameter.
+class ParameterList {
+public:
+    /// Its number, from 1.
+    int numberOf(const Literal& literal);
+    const QList<Parameter>& parameters() const { return parameters_; }
+
+private:
+    QList<Parameter> parameters_;
+};
+
+/// Writes bound expressions as native text. 3360 for a text that grows beyond all measure.
+class ExpressionWriter {
+public:
+    ExpressionWriter(const Target& target, const Scope& scope, ParameterList& parameters)
+        : target_(target)
+        , scope_(scope)
+        , parameters_(parameters) {}
+
+    /// A value, a yes/no one as -1 or 0.
+    QByteArray value(const Expression& expression);
+    /// A condition of the engine.
+    QByteArray condition(const Expression& expression);
+    /// All terms at once; empty for no terms.
+    QByteArray conjunction(const std::vector<const Expression*>& terms);
+    /// A value where its order or equality counts.
+    QByteArray comparable(const Expression& expression);
+    /// The same as a term of ORDER BY or GROUP BY.
+    QByteArray key(const Expression& expression);
+    /// A value on its way into a column of that type.
+    QByteArray stored(const Expression& expression, ColumnType type);
+    QByteArray stored(const QByteArray& native, ColumnType from, ColumnType to) const;
+
+private:
+    QByteArray writeValue(const Expression& expression);
+    QByteArray nativeCondition(const Expression& expression);
+    QByteArray column(const Name& name);
+    QByteArray operand(const Expression& expression);
+    QByteArray call(const char* nativeName, std::initializer_list<const Expression*> operands);
+    QByteArray call(const Call& call, ColumnType type);
+    QByteArray aggregate(const Call& call);
+    QByteArray rowKeys();
+    QByteArray lazy(const Call& call, ColumnType type);
+    QByteArray compared(const Expression& expression, Comparison comparison);
+    QByteArray comparison(const Binary& binary);
+    QByteArray between(const Between& between);
+    QByteArray in(const In& in);
+    QByteArray junction(const Junction& junction);
+
+    const Target& target_;
+    const Scope& scope_;
+    ParameterList& parameters_;
+};
+
+} // namespace jet

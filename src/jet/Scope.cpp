@@ -1,0 +1,66 @@
+#include "jet/Scope.h"
+
+#include "base/RunTimeError.h"
+
+namespace jet {
+
+namespace {
+
+constexpr mkl::Long tooFewParameters = 3061;
+constexpr mkl::Long noSuchTable = 3078;
+constexpr mkl::Long ambiguousName = 3079;
+constexpr mkl::Long doubledTable = 3081;
+constexpr mkl::Long badBrackets = 3126;
+
+} // namespace
+
+void UnknownNames::add(QStringView qualifier, QStringView name) {
+    // A point in brackets only serves the result columns of a recordset; here it hides a qualified name.
+    if (qualifier.isEmpty() && name.contains(u'.')) mkl::throwError(badBrackets, {name.toString()});
+    QString shown = name.toString();
+    if (!qualifier.isEmpty()) shown.prepend(qualifier.toString() + u'.');
+    const QString folded = foldName(shown);
+    if (folded_.contains(folded)) return;
+    folded_.append(folded);
+    shown_.append(shown);
+}
+
+void UnknownNames::raise() const {
+    if (shown_.isEmpty()) return;
+    mkl::throwError(tooFewParameters, {QString::number(shown_.size()), shown_.join(QStringLiteral(", "))});
+}
+
+int Scope::add(TableSource& table, const Schema& schema) {
+    const Table* found = schema.findTable(table.table);
+    if (!found) mkl::throwError(noSuchTable, {table.table.toString()});
+    const bool hasAlias = !table.alias.isEmpty();
+    Source source{found, hasAlias ? table.alias.toString() : found->name, hasAlias};
+    if (find(source.name, all()) >= 0) mkl::throwError(doubledTable, {source.name});
+    sources_.push_back(std::move(source));
+    table.source = static_cast<int>(sources_.size()) - 1;
+    return table.source;
+}
+
+int Scope::find(QStringView name, Range range) const {
+    for (int i = range.begin; i < range.end; ++i)
+        if (sameName((*this)[i].name, name)) return i;
+    return -1;
+}
+
+bool Scope::resolve(Name& name, Range range) const {
+    if (!name.qualifier.isEmpty()) {
+        const int source = find(name.qualifier, range);
+        if (source < 0) return false;
+        range = {source, source + 1};
+    }
+    for (int i = range.begin; i < range.end; ++i) {
+        const int column = (*this)[i].table->columnIndex(name.name);
+        if (column < 0) continue;
+        if (name.source >= 0) mkl::throwError(ambiguousName, {name.name.toString()});
+        name.source = i;
+        name.column = column;
+    }
+    return name.source >= 0;
+}
+
+} // namespace jet

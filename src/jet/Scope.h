@@ -1,0 +1,48 @@
+#pragma once
+#include "jet/Syntax.h"
+
+namespace jet {
+
+/// The names that no table has: missing parameters.
+class UnknownNames {
+public:
+    void add(QStringView qualifier, QStringView name);
+    /// 3061 with their count, each name counted once.
+    void raise() const;
+
+private:
+    QStringList folded_;
+    QStringList shown_;
+};
+
+/// The tables of a FROM clause under the names by which the statement knows them.
+class Scope {
+public:
+    struct Source {
+        const Table* table;
+        QString name; ///< alias, or the table's name as declared
+        bool hasAlias;
+    };
+    /// A part of the sources: those that a join can see.
+    struct Range {
+        int begin = 0, end = 0;
+    };
+
+    /// Adds the table and gives its number. 3078 no such table, 3081 a second table of that name.
+    int add(TableSource& table, const Schema& schema);
+
+    const std::vector<Source>& sources() const { return sources_; }
+    const Source& operator[](int source) const { return sources_[static_cast<size_t>(source)]; }
+    Range all() const { return {0, static_cast<int>(sources_.size())}; }
+    const Column& column(const Name& name) const { return (*this)[name.source].table->columns[name.column]; }
+
+    /// Number of the source of that name, -1 if there is none.
+    int find(QStringView name, Range range) const;
+    /// Binds the name to a column in the range; false if there is none. 3079 if several tables have it.
+    bool resolve(Name& name, Range range) const;
+
+private:
+    std::vector<Source> sources_;
+};
+
+} // namespace jet

@@ -1,0 +1,196 @@
+#include "jet/SelectParser.h"
+
+#include "base/RunTimeError.h"
+#include "jet/Lexer.h"
+
+namespace jet {
+
+namespace {
+
+constexpr mkl::Long expressionSyntax = 3075;
+constexpr mkl::Long fromSyntax = 3131;
+constexpr mkl::Long groupBySyntax = 3132;
+constexpr mkl::Long havingSyntax = 3133;
+constexpr mkl::Long joinSyntax = 3135;
+constexpr mkl::Long orderBySyntax = 3138;
+constexpr mkl::Long selectSyntax = 3141;
+constexpr mkl::Long whereSyntax = 3145;
+constexpr mkl::Long badTop = 3308;
+constexpr mkl::Long unionSyntax = 3319;
+
+} // namespace
+
+SelectStatement SelectParser::parse() {
+    tokens_.take();
+    SelectStatement select;
+    parsePredicates(select);
+    parseOutputs(select);
+    if (tokens_.accept(Keyword::From)) parseFrom(select);
+    select.where = parseWhere();
+    parseGroupBy(select);
+    if (tokens_.accept(Keyword::Having)) select.having = parseCondition(havingSyntax);
+    parseOrderBy(select);
+    if (tokens_.at(Keyword::Union)) tokens_.fail(unionSyntax);
+    if (!tokens_.atEnd() && !tokens_.at(u';')) tokens_.fail(selectSyntax);
+    return select;
+}
+
+bool SelectParser::beginsOperand(qsizetype ahead) const {
+    const Token& token = tokens_.peek(ahead);
+    return token.isLiteral() || tokens_.atName(ahead) || token.is(u'*') || token.is(u'(');
+}
+
+// The predicates are names too where nothing follows that they could stand before: "SELECT Top, All FROM t".
+void SelectParser::parsePredicates(SelectStatement& select) {
+    if (tokens_.accept(Keyword::Distinct))
+        select.distinct = true;
+    else if (tokens_.at(Keyword::All) && beginsOperand(1))
+        tokens_.take();
+    else if (tokens_.at(Keyword::DistinctRow) && beginsOperand(1))
+        tokens_.fail(selectSyntax);
+    if (tokens_.at(Keyword::Top) && (tokens_.peek(1).isLiteral() || tokens_.atName(1))) parseTop(select);
+}
+
+void SelectParser::parseTop(SelectStatement& select) {
+    tokens_.take();
+    if (tokens_.peek().kind != TokenKind::Integer) tokens_.fail(badTop);
+    const Token count = tokens_.take();
+    select.top = Top{{count.literal, literalValue(count), false}, false};
+    if (tokens_.at(Keyword::Percent) && (beginsOperand(1) || tokens_.peek(1).is(u'-'))) {
+        tokens_.take();
+        select.top->percent = true;
+    }
+}
+
+void SelectParser::parseOutputs(SelectStatement& select) {
+    do {
+        select.outputs.push_back(parseOutput());
+    } while (tokens_.accept(u','));
+    if (tokens_.at(Keyword::Into)) tokens_.fail(selectSyntax);
+    if (!atClauseEnd()) tokens_.fail(expressionSyntax);
+}
+
+OutputItem SelectParser::parseOutput() {
+    OutputItem item;
+    if (tokens_.accept(u'*')) return item;
+    const bool qualified = tokens_.peek(1).is(u'.') || tokens_.peek(1).is(u'!');
+    if (tokens_.atName() && qualified && tokens_.peek(2).is(u'*')) {
+        item.starTable = nameOf(tokens_.take());
+        tokens_.take();
+        tokens_.take();
+        return item;
+    }
+    if (atClauseEnd() || tokens_.at(u',') || tokens_.at(Keyword::Into)) tokens_.fail(selectSyntax);
+    item.expression = expressions_.parse();
+    if (tokens_.accept(Keyword::As)) item.alias = tokens_.takeName(selectSyntax);
+    return item;
+}
+
+void SelectParser::parseFrom(SelectStatement& select) {
+    do {
+        select.from.push_back(parseJoin());
+    } while (tokens_.accept(u','));
+    if (!atClauseEnd()) tokens_.fail(fromSyntax);
+}
+
+std::optional<JoinKind> SelectParser::acceptJoinKind() {
+    JoinKind kind = JoinKind::Inner;
+    if (tokens_.at(Keyword::Left))
+        kind = JoinKind::Left;
+    else if (tokens_.at(Keyword::Right))
+        kind = JoinKind::Right;
+    else if (!tokens_.at(Keyword::Inner))
+        return {};
+    tokens_.take();
+    if (kind != JoinKind::Inner) tokens_.accept(Keyword::Outer);
+    tokens_.expect(Keyword::Join, fromSyntax);
+    return kind;
+}
+
+// One join at most: more tables need parentheses.
+FromPtr SelectParser::parseJoin() {
+    FromPtr left = parseSource();
+    const auto kind = acceptJoinKind();
+    if (!kind) return left;
+    FromPtr right = parseSource();
+    tokens_.expect(Keyword::On, joinSyntax);
+    ExpressionPtr on = expressions_.parse();
+    if (!tokens_.at(u')') && !tokens_.at(u',') && !atClauseEnd()) tokens_.fail(expressionSyntax);
+    return std::make_unique<FromItem>(FromItem{Join{*kind, std::move(left), std::move(right), std::move(on)}});
+}
+
+FromPtr SelectParser::parseSource() {
+    const TokenStream::Level level(tokens_);
+    if (!tokens_.accept(u'(')) return std::make_unique<FromItem>(FromItem{parseTable(fromSyntax)});
+    FromPtr inner = parseJoin();
+    tokens_.expect(u')', fromSyntax);
+    return inner;
+}
+
+TableSource SelectParser::parseTable(mkl::Long errorNumber) {
+    TableSource source;
+    source.table = tokens_.takeName(errorNumber);
+    if (tokens_.accept(Keyword::As)) {
+        source.alias = tokens_.takeName(errorNumber);
+    } else {
+        const Token& next = tokens_.peek();
+        const bool isAlias =
+            next.kind == TokenKind::Bracketed || (next.kind == TokenKind::Word && next.keyword == Keyword::None);
+        if (isAlias) source.alias = nameOf(tokens_.take());
+    }
+    return source;
+}
+
+ExpressionPtr SelectParser::parseWhere() {
+    if (!tokens_.accept(Keyword::Where)) return {};
+    return parseCondition(whereSyntax);
+}
+
+ExpressionPtr SelectParser::parseCondition(mkl::Long errorNumber) {
+    if (atClauseEnd()) tokens_.fail(errorNumber);
+    ExpressionPtr condition = expressions_.parse();
+    if (!atClauseEnd()) tokens_.fail(expressionSyntax);
+    return condition;
+}
+
+void SelectParser::parseGroupBy(SelectStatement& select) {
+    if (!acceptClause(Keyword::Group)) return;
+    if (atClauseEnd()) tokens_.fail(groupBySyntax);
+    select.groupBy = expressions_.parseList();
+    if (!atClauseEnd()) tokens_.fail(groupBySyntax);
+}
+
+void SelectParser::parseOrderBy(SelectStatement& select) {
+    if (!acceptClause(Keyword::Order)) return;
+    do {
+        if (atClauseEnd()) tokens_.fail(orderBySyntax);
+        OrderItem item;
+        item.expression = expressions_.parse();
+        item.descending = tokens_.accept(Keyword::Desc);
+        if (!item.descending) tokens_.accept(Keyword::Asc);
+        select.orderBy.push_back(std::move(item));
+    } while (tokens_.accept(u','));
+    if (!atClauseEnd()) tokens_.fail(orderBySyntax);
+}
+
+bool SelectParser::acceptClause(Keyword first) {
+    if (!tokens_.at(first) || !tokens_.peek(1).is(Keyword::By)) return false;
+    tokens_.take();
+    tokens_.take();
+    return true;
+}
+
+bool SelectParser::atClauseEnd() const {
+    const Token& token = tokens_.peek();
+    switch (token.keyword) {
+    case Keyword::From:
+    case Keyword::Where:
+    case Keyword::Having:
+    case Keyword::Union: return true;
+    case Keyword::Group:
+    case Keyword::Order: return tokens_.peek(1).is(Keyword::By);
+    default: return tokens_.atEnd() || token.is(u';');
+    }
+}
+
+} // namespace jet

@@ -1,0 +1,41 @@
+#pragma once
+#include "jet/ExpressionParser.h"
+
+namespace jet {
+
+/// Reads SELECT statements clause by clause. What cannot follow a clause is an error of that clause.
+class SelectParser {
+public:
+    explicit SelectParser(TokenStream& tokens)
+        : tokens_(tokens)
+        , expressions_(tokens) {}
+
+    SelectStatement parse();
+
+    /// A table name with its alias.
+    TableSource parseTable(mkl::Long errorNumber);
+    /// The condition behind WHERE, if WHERE stands here.
+    ExpressionPtr parseWhere();
+
+private:
+    void parsePredicates(SelectStatement& select);
+    void parseTop(SelectStatement& select);
+    void parseOutputs(SelectStatement& select);
+    OutputItem parseOutput();
+    void parseFrom(SelectStatement& select);
+    FromPtr parseJoin();
+    FromPtr parseSource();
+    std::optional<JoinKind> acceptJoinKind();
+    ExpressionPtr parseCondition(mkl::Long errorNumber);
+    void parseGroupBy(SelectStatement& select);
+    void parseOrderBy(SelectStatement& select);
+
+    bool acceptClause(Keyword first);
+    bool atClauseEnd() const;
+    bool beginsOperand(qsizetype ahead) const;
+
+    TokenStream& tokens_;
+    ExpressionParser expressions_;
+};
+
+} // namespace jet
