@@ -27,6 +27,7 @@ void PaneLayout::ApplyVisibility() {
     const BrowserUi& ui = hub_.ui;
     const BrowserState& state = hub_.state;
     ui.SB->setVisible(state.ShowStatusBar);
+    ui.lblStatus->setVisible(state.ShowStatusBar);
     ui.LVArt->setVisible(state.ShowArticlePool);
     ui.picSplitterArt->setVisible(state.ShowArticlePool);
     ui.SB->Panels(u"LVArt"_s).setVisible(state.ShowArticlePool);

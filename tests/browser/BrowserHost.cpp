@@ -1,0 +1,52 @@
+#include "browser/BrowserHost.h"
+
+namespace mkl {
+
+using namespace Qt::StringLiterals;
+
+BrowserHost::BrowserHost(const QString& picture)
+    : catalogue(picture)
+    , formerFactory_(setErrorHandlerFactory([this] { return errors; })) {
+    makeBrowser();
+}
+
+BrowserHost::~BrowserHost() {
+    setErrorHandlerFactory(formerFactory_);
+}
+
+void BrowserHost::makeBrowser() {
+    browser = std::make_unique<ArtCatBrowser>();
+    browser->resize(900, 500);
+    browser->setBackend(catalogue.database());
+    browser->setWorkspace(catalogue.workspace());
+    events.record(browser.get(), &ArtCatBrowser::ItemSelected, u"ItemSelected"_s);
+    events.record(browser.get(), &ArtCatBrowser::ItemClick, u"ItemClick"_s);
+}
+
+Ref<Node> BrowserHost::node(Long category) const {
+    return tree().Nodes().Item(u"A-%1"_s.arg(category));
+}
+
+QString BrowserHost::treePanel() const {
+    return constituent<StatusBar>(u"SB"_s).Panels(u"TV"_s).Text();
+}
+
+QStringList BrowserHost::treeLines() const {
+    QStringList lines;
+    for (const Ref<Node>& node : tree().Nodes()) {
+        QString line = node->Text();
+        for (Ref<Node> parent = node->Parent(); parent; parent = parent->Parent())
+            line.prepend(u"  "_s);
+        lines.append(line);
+    }
+    return lines;
+}
+
+QStringList BrowserHost::takeReports() const {
+    QStringList lines;
+    for (const ErrorReport& report : std::exchange(errors->reports, {}))
+        lines.append(u"%1: %2"_s.arg(report.procName).arg(report.number));
+    return lines;
+}
+
+} // namespace mkl
