@@ -24,7 +24,9 @@ double tenThousandthsOf(double amount) {
 // thousand million. What does not come back is refused.
 StoredValue storedCurrency(qint64 tenThousandths) {
     const double amount = static_cast<double>(tenThousandths) / 10000.0;
-    if (tenThousandthsOf(amount) != static_cast<double>(tenThousandths)) mkl::throwError(err::NumericFieldOverflow);
+    const bool isExact =
+        std::llabs(tenThousandths) <= exactInDouble && tenThousandthsOf(amount) == static_cast<double>(tenThousandths);
+    if (!isExact) mkl::throwError(err::NumericFieldOverflow);
     return StoredValue::ofReal(amount);
 }
 

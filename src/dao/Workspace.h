@@ -12,7 +12,7 @@ namespace dao {
 struct OpenOptions {
     bool readOnly = false;
     int busyTimeoutMilliseconds = 5000; ///< how long to wait for another program's lock
-    QByteArray vfs;                     ///< file layer of the engine by name; empty for its default
+    QByteArray vfs = {};                ///< file layer of the engine by name; empty for its default
 };
 
 /// Holds the transactions of the databases that were opened through it. BeginTrans nests.
