@@ -33,13 +33,17 @@ ColumnType ofBranches(Types arguments) {
     return arguments[first];
 }
 
+// Without a second argument an empty text may stand for the first.
+ColumnType ofNz(Types arguments) {
+    return arguments.size() < 2 ? ColumnType::Unknown : ofBranches<0, 1>(arguments);
+}
+
 constexpr auto yesNo = always<ColumnType::Boolean>;
 constexpr auto whole = always<ColumnType::Int>;
 constexpr auto floating = always<ColumnType::Double>;
 constexpr auto currency = always<ColumnType::Currency>;
 constexpr auto date = always<ColumnType::Date>;
 constexpr auto text = always<ColumnType::Text>;
-constexpr auto variant = always<ColumnType::Unknown>;
 
 template<Implementation implementation>
 mkl::Variant nullPasses(Arguments arguments) {
@@ -119,7 +123,7 @@ constexpr Function table[] = {
     row<f::minute>(u"Minute", "mkl_minute", 1, 1, whole),
     row<f::month>(u"Month", "mkl_month", 1, 1, whole),
     changing<f::now>(u"Now", "mkl_now", 0, date),
-    seesNull<f::nz>(u"Nz", "mkl_nz", 1, 2, ofBranches<0, 1>),
+    seesNull<f::nz>(u"Nz", "mkl_nz", 1, 2, ofNz),
     row<f::oct>(u"Oct", "mkl_oct", 1, 1, text),
     row<f::partition>(u"Partition", "mkl_partition", 4, 4, text),
     row<f::replace>(u"Replace", "mkl_replace", 3, 6, text),

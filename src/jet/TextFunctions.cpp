@@ -111,7 +111,7 @@ Variant inStrRev(Arguments arguments) {
     const qsizetype end = start == -1 ? text.size() : start;
     if (text.isEmpty() || end > text.size()) return Long(0);
     if (sought.isEmpty()) return static_cast<Long>(end);
-    return static_cast<Long>(QStringView(text).first(end).lastIndexOf(sought, rule) + 1);
+    return static_cast<Long>(QStringView(text).first(end).lastIndexOf(sought, -1, rule) + 1);
 }
 
 Variant lCase(Arguments arguments) {
