@@ -14,7 +14,7 @@ struct DemoCatalogue {
     /// Called now and then with the rows so far and the number of all; false cancels.
     std::function<bool(qint64 rows, qint64 expected)> progress;
 
-    /// Writes it to a new file. 3204 if the file exists, 5 for a negative figure or articles without a category,
+    /// Writes it to a new file. 3204 if the file exists, 5 for a negative figure,
     /// 3059 cancelled.
     void create(const QString& file) const;
 };

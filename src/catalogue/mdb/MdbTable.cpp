@@ -64,6 +64,7 @@ MdbTable::MdbTable(MdbCatalogEntry& entry)
     : handle_(entry.mdb)
     , table_(mdb_read_table(&entry)) {
     if (!table_ || table_->num_cols == 0 || table_->num_cols > MDB_MAX_COLS) return;
+    mostColumns_ = mdb_get_int16(handle_->pg_buf, handle_->fmt->tab_num_cols_offset - 4); // still the page of the head
     if (!mdb_read_columns(table_.get()) || table_->columns->len != table_->num_cols) return;
     fields_.resize(table_->num_cols);
     mdb_rewind_table(table_.get());
@@ -106,19 +107,44 @@ bool MdbTable::fetch() {
     return true;
 }
 
+int MdbTable::columnsInRow() const {
+    const uchar* row = handle_->pg_buf + rowStart_;
+    return IS_JET3(handle_) ? row[0] : row[0] | row[1] << 8;
+}
+
 bool MdbTable::isRowSound() const {
     const qint64 end = rowStart_ + qint64(rowSize_);
-    if (rowSize_ == 0 || end > handle_->fmt->pg_size) return false;
-    return std::ranges::all_of(fields_, [&](const MdbField& field) {
+    if (rowSize_ < 2 || end > handle_->fmt->pg_size) return false;
+    if (columnsInRow() == 0 || columnsInRow() > mostColumns_) return false;
+    const bool inside = std::ranges::all_of(fields_, [&](const MdbField& field) {
         return field.is_null || (field.siz >= 0 && field.start >= rowStart_ && qint64(field.start) + field.siz <= end);
+    });
+    return inside && (IS_JET3(handle_) || table_->num_var_cols == 0 || partsKeepTheirOrder());
+}
+
+/// A row is: count of columns, fixed fields, variable fields; from the end: mask of Nulls, count of the variable
+/// fields, their offsets, and last the offset behind them.
+bool MdbTable::partsKeepTheirOrder() const {
+    const auto wordAt = [this](int position) { return mdb_get_int16(handle_->pg_buf, position); };
+    const int maskStart = rowStart_ + int(rowSize_) - (columnsInRow() + 7) / 8;
+    const int countAt = maskStart - 2;
+    if (countAt < rowStart_ + 2) return false;
+    const int variableCount = wordAt(countAt);
+    const int offsetsStart = countAt - 2 * (variableCount + 1);
+    if (offsetsStart < rowStart_ + 2) return false;
+    const int variableStart = rowStart_ + wordAt(countAt - 2);
+    const int variableEnd = rowStart_ + wordAt(offsetsStart);
+    if (variableEnd > offsetsStart) return false;
+    return std::ranges::all_of(fields_, [&](const MdbField& field) {
+        if (field.is_null) return true;
+        const int fieldEnd = field.start + field.siz;
+        return field.is_fixed ? fieldEnd <= variableStart : field.start >= variableStart && fieldEnd <= variableEnd;
     });
 }
 
 /// A column that was added after the row was written is not in the row's mask of Nulls.
 bool MdbTable::isInRow(int index) const {
-    const uchar* row = handle_->pg_buf + rowStart_;
-    const int columnsInRow = IS_JET3(handle_) ? row[0] : row[0] | row[1] << 8;
-    return column(index).col_num < columnsInRow;
+    return column(index).col_num < columnsInRow();
 }
 
 QByteArrayView MdbTable::bytesOf(int index) const {

@@ -36,6 +36,8 @@ private:
     };
 
     const MdbColumn& column(int index) const;
+    int columnsInRow() const;
+    bool partsKeepTheirOrder() const;
     bool isInRow(int column) const;
     QByteArrayView bytesOf(int column) const;
     std::optional<QByteArray> memoBytes(QByteArrayView field) const;
@@ -44,6 +46,7 @@ private:
     MdbHandle* handle_;
     std::unique_ptr<MdbTableDef, TableDeleter> table_;
     bool readable_ = false;
+    int mostColumns_ = 0; ///< that a row can have, deleted ones included
     std::vector<MdbField> fields_;
     int rowStart_ = 0;
     size_t rowSize_ = 0;
