@@ -73,6 +73,7 @@ void ItemView::raise(MouseSignal signal, const QMouseEvent& event, Qt::MouseButt
 
 void ItemView::mousePressEvent(QMouseEvent* event) {
     const QPointer<ItemView> alive(this);
+    clicks_.press(*event);
     raise(&ItemView::MouseDown, *event, event->button());
     if (alive) QTreeView::mousePressEvent(event);
 }
@@ -88,8 +89,7 @@ void ItemView::mouseReleaseEvent(QMouseEvent* event) {
     const QPointer<ItemView> alive(this);
     raise(&ItemView::MouseUp, *event, event->button());
     if (alive) QTreeView::mouseReleaseEvent(event);
-    if (alive && event->button() == Qt::LeftButton && viewport()->rect().contains(event->position().toPoint()))
-        Q_EMIT Click();
+    if (alive && clicks_.release(*event, *viewport())) Q_EMIT Click();
 }
 
 void ItemView::mouseDoubleClickEvent(QMouseEvent* event) {

@@ -1,5 +1,6 @@
 #pragma once
 #include "base/types.h"
+#include "controls/ClickDetector.h"
 
 #include <QPixmap>
 #include <QTreeView>
@@ -64,6 +65,7 @@ private:
 
     SleepingModel* sleeper_ = nullptr;
     QPixmap mouseIcon_;
+    ClickDetector clicks_;
 };
 
 } // namespace mkl

@@ -56,8 +56,12 @@ void StatusPanel::resizeEvent(QResizeEvent* event) {
     elide();
 }
 
+void StatusPanel::mousePressEvent(QMouseEvent* event) {
+    clicks_.press(*event);
+}
+
 void StatusPanel::mouseReleaseEvent(QMouseEvent* event) {
-    if (event->button() == Qt::LeftButton && rect().contains(event->position().toPoint())) Q_EMIT bar_.PanelClick(this);
+    if (clicks_.release(*event, *this)) Q_EMIT bar_.PanelClick(this);
 }
 
 void StatusPanel::mouseDoubleClickEvent(QMouseEvent* event) {
@@ -111,8 +115,12 @@ void StatusBar::resizeEvent(QResizeEvent* event) {
     arrange();
 }
 
+void StatusBar::mousePressEvent(QMouseEvent* event) {
+    clicks_.press(*event);
+}
+
 void StatusBar::mouseReleaseEvent(QMouseEvent* event) {
-    if (event->button() == Qt::LeftButton && rect().contains(event->position().toPoint())) Q_EMIT Click();
+    if (clicks_.release(*event, *this)) Q_EMIT Click();
 }
 
 void StatusBar::mouseDoubleClickEvent(QMouseEvent* event) {

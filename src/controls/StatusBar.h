@@ -1,5 +1,6 @@
 #pragma once
 #include "base/types.h"
+#include "controls/ClickDetector.h"
 
 #include <QLabel>
 #include <QString>
@@ -27,6 +28,7 @@ public:
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
 
@@ -39,6 +41,7 @@ private:
     QString key_;
     QString text_;
     Single width_;
+    ClickDetector clicks_;
 };
 
 /// A line of panels, reached by key.
@@ -64,6 +67,7 @@ Q_SIGNALS:
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
 
@@ -73,6 +77,7 @@ private:
     void arrange();
 
     std::vector<StatusPanel*> panels_; // in their order; children of the bar
+    ClickDetector clicks_;
 };
 
 } // namespace mkl

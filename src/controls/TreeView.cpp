@@ -77,6 +77,7 @@ void TreeView::expansionChanged(Node& node, bool expanded) {
     if (node.expanded_ == expanded) return;
     const Ref<Node> alive(&node);
     node.expanded_ = expanded;
+    if (expanded) makeRoomFor(node);
     if (!expanded && selected_ && selected_->hangsBelow(node)) setSelectedItem(alive);
     Q_EMIT(this->*(expanded ? &TreeView::Expand : &TreeView::Collapse))(&node);
 }
@@ -111,6 +112,17 @@ void TreeView::showSelection() {
         selectionModel()->clear();
 }
 
+// Deep levels get a column that is wider than the control, and so a scroll bar, instead of no room for their texts.
+void TreeView::makeRoomFor(const Node& parent) {
+    int level = 1;
+    for (const Node* node = &parent; node; node = node->parent_)
+        ++level;
+    if (level <= deepestLevel_) return;
+    deepestLevel_ = level;
+    constexpr int readableCharacters = 16;
+    header()->setMinimumSectionSize(level * indentation() + readableCharacters * fontMetrics().averageCharWidth());
+}
+
 void TreeView::aboutToRemove(const Node& node) {
     const auto goes = [&](const Ref<Node>& each) { return each && (each.get() == &node || each->hangsBelow(node)); };
     if (goes(dropHighlight_)) setDropHighlight(nullptr);
@@ -127,6 +139,8 @@ void TreeView::aboutToClear() {
     setDropHighlight(nullptr);
     setSelectedItem(nullptr);
     scrollTarget_.reset();
+    deepestLevel_ = 0;
+    header()->setMinimumSectionSize(-1);
 }
 
 } // namespace mkl

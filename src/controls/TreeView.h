@@ -58,6 +58,7 @@ private:
     void aboutToRemove(const Node& node);
     void aboutToClear();
     void showSelection();
+    void makeRoomFor(const Node& parent);
     void scrollToTarget();
 
     NodeCollection nodes_;
@@ -65,6 +66,7 @@ private:
     Ref<Node> selected_;
     Ref<Node> dropHighlight_;
     Ref<Node> scrollTarget_; // to be brought into view when the tree shows again
+    int deepestLevel_ = 0;   // of the children that were shown so far
     bool showing_ = false;   // the view is being brought in line with the nodes
 };
 

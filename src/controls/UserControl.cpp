@@ -14,6 +14,11 @@ UserControl::UserControl(QWidget* parent)
     connect(qApp, &QApplication::focusChanged, this, &UserControl::focusMoved);
 }
 
+// The focus still moves while the constituents go.
+UserControl::~UserControl() {
+    disconnect(qApp, nullptr, this, nullptr);
+}
+
 Single UserControl::ScaleWidth() const {
     return twipsX(width());
 }

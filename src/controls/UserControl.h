@@ -13,6 +13,7 @@ class UserControl : public QWidget {
 
 public:
     explicit UserControl(QWidget* parent = nullptr);
+    ~UserControl() override;
 
     /// True at run time of the host, false while it is being designed.
     bool UserMode() const { return userMode_; }
