@@ -1,4 +1,4 @@
-#include "catalogue/CollectedRows.h"
+#include "CollectedRows.h"
 #include "catalogue/RowStream.h"
 #include "support/Printing.h"
 
@@ -43,7 +43,7 @@ class FirstRow final : public RowSink {
 public:
     void passOverTable(const QString& table) override { passedOver = table; }
     void passOverColumn(const QString&, const QString&) override {}
-    void beginTable(int, const QList<int>&, qint64 rows) override { expected = rows; }
+    void beginTable(int, const QList<int>&, qint64 expectedRows) override { expected = expectedRows; }
     void row(std::span<const Variant> values) override {
         first = QList<Variant>(values.begin(), values.end());
         ++rows;

@@ -1,4 +1,4 @@
-#include "catalogue/CollectedRows.h"
+#include "CollectedRows.h"
 #include "catalogue/CsvSource.h"
 #include "catalogue/ReaderProcess.h"
 #include "support/Printing.h"
@@ -46,7 +46,8 @@ TEST(Sources, databaseAndCsvHoldTheSameRows) {
 
 TEST(Sources, nullAndEmptyTextAreTwoThings) {
     int nulls = 0, empties = 0;
-    for (const auto& row : rowsOfMdb().tables[u"ARTIKEL"_s].rows) {
+    const CollectedRows rows = rowsOfMdb();
+    for (const auto& row : rows.tables[u"ARTIKEL"_s].rows) {
         nulls += row[2].isNull();
         empties += !row[2].isNull() && row[2].toText().isEmpty();
     }
@@ -59,8 +60,8 @@ TEST(CsvSource, columnsAreFoundByNameWithoutCaseInAnyOrder) {
     folder.write(u"PREISGRUPPEN"_s, "\"PREISGRUPPENNAME\",\"Farbe\",\"absender-schlÜssel\",\"Preisgruppen-Schlüssel\"\n"
                                     "\"Ä\",\"rot\",,7\n");
     const CollectedRows rows = rowsOfCsv(folder.path());
-    const QList<Variant> expected = {Variant(7), Variant(u"Ä"_s), Variant()};
-    EXPECT_EQ(rows.tables[u"PREISGRUPPEN"_s].rows, QList{expected});
+    const QList<QList<Variant>> expected = {{Variant(7), Variant(u"Ä"_s), Variant()}};
+    EXPECT_EQ(rows.tables[u"PREISGRUPPEN"_s].rows, expected);
     EXPECT_EQ(rows.passedOver, QStringList{u"PREISGRUPPEN.[Farbe]"_s});
 }
 
