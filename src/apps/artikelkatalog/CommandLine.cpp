@@ -35,14 +35,16 @@ int levelsOf(const QString& value) {
 } // namespace
 
 CommandLine CommandLine::of(const QStringList& arguments) {
-    const QCommandLineOption screenshot(u"screenshot"_s, text(TextId::ProgramHelpScreenshot), u"FILE.png"_s);
-    const QCommandLineOption size(u"size"_s, text(TextId::ProgramHelpSize), u"WxH"_s);
-    const QCommandLineOption expand(u"expand"_s, text(TextId::ProgramHelpExpand), u"LEVELS"_s);
+    const QCommandLineOption screenshot(u"screenshot"_s, text(TextId::ProgramHelpScreenshot),
+                                        text(TextId::ProgramValuePicture));
+    const QCommandLineOption size(u"size"_s, text(TextId::ProgramHelpSize), text(TextId::ProgramValueSize));
+    const QCommandLineOption expand(u"expand"_s, text(TextId::ProgramHelpExpand), text(TextId::ProgramValueLevels));
     QCommandLineParser parser;
     parser.setApplicationDescription(text(TextId::ProgramTitle));
-    parser.addPositionalArgument(u"FILE"_s, text(TextId::ProgramHelpFile), u"[FILE]"_s);
-    parser.addOptions({screenshot, size, expand});
-    const QCommandLineOption help = parser.addHelpOption();
+    parser.addPositionalArgument(text(TextId::ProgramValueFile), text(TextId::ProgramHelpFile),
+                                 u'[' + text(TextId::ProgramValueFile) + u']');
+    const QCommandLineOption help({u"h"_s, u"help"_s}, text(TextId::ProgramHelpHelp));
+    parser.addOptions({screenshot, size, expand, help});
     const QCommandLineOption version = parser.addVersionOption();
     if (!parser.parse(arguments)) refuse(parser.errorText());
     if (parser.isSet(help)) parser.showHelp();

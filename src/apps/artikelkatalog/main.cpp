@@ -46,6 +46,7 @@ int makeScreenshot(const mkl::CommandLine& line) {
     QSettings settings(folder.filePath(u"settings.ini"_s), QSettings::IniFormat);
     mkl::MainWindow window(settings);
     if (!line.size.isEmpty()) window.resize(line.size);
+    window.setAttribute(Qt::WA_DontShowOnScreen);
     window.show();
     if (!line.file.isEmpty() && !window.showFile(line.file)) return 1;
     if (window.browser()) window.expandTree(line.levels);
