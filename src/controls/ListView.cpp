@@ -66,11 +66,9 @@ void ListView::setSortKey(Long column) {
 
 void ListView::sort() {
     if (!sorted_) return;
-    items_.unsorted_ = true;
-    if (!awake()) return;
-    model_.beginSort();
-    items_.sorted();
-    model_.endSort();
+    if (awake()) model_.beginSort();
+    items_.unsorted_ = true; // only now: until here the rows stand as the views know them
+    if (awake()) model_.endSort();
 }
 
 void ListView::setSmallIcons(const ImageList* images) {

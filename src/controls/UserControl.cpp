@@ -64,7 +64,8 @@ bool UserControl::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() != QEvent::KeyPress) return QWidget::eventFilter(watched, event);
     // One that comes up from a child of the watched one has been offered there.
     const auto* const widget = qobject_cast<QWidget*>(watched);
-    const bool first = widget && !widget->isAncestorOf(QApplication::focusWidget());
+    const QWidget* const focus = QApplication::focusWidget();
+    const bool first = widget && (widget == focus || !widget->isAncestorOf(focus));
     return first && swallows(*static_cast<QKeyEvent*>(event));
 }
 

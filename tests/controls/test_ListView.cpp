@@ -245,7 +245,7 @@ TEST_F(ListViewTest, ModelStaysConsistentUnderRandomEdits) {
     const QAbstractItemModelTester tester(list.model(), QAbstractItemModelTester::FailureReportingMode::Fatal);
     std::mt19937 random(7);
     const auto below = [&](Long limit) { return static_cast<Long>(random() % static_cast<unsigned>(limit)); };
-    for (int step = 0; step < 2000; ++step) {
+    for (int step = 0; step < 600; ++step) {
         const Long count = list.ListItems().Count();
         const Long what = below(20);
         if (count == 0 || what < 9)
