@@ -17,7 +17,7 @@ RowWriter::RowWriter(std::shared_ptr<Connection> connection, const jet::Table& t
         const int ordinal = table.columnIndex(name);
         if (ordinal < 0) mkl::throwError(err::UnknownColumn, {name});
         const jet::Column& column = table.columns[ordinal];
-        columns_.push_back({column.name, column.type});
+        columns_.push_back({column.name, column.type, table.primaryKey.contains(ordinal) && !column.autoNumber});
         names.append(target.name(column.name));
         parameters.append(target.parameter(static_cast<int>(columns_.size()), column.type));
     }
@@ -31,8 +31,12 @@ void RowWriter::append(std::span<const mkl::Variant> values) {
     connection_->requireWritable();
     std::vector<StoredValue> stored;
     stored.reserve(values.size());
-    for (size_t i = 0; i < values.size(); ++i)
-        stored.push_back(encodeFor(values[i], columns_[i].type, columns_[i].name));
+    for (size_t i = 0; i < values.size(); ++i) {
+        const TargetColumn& column = columns_[i];
+        // The engine would make a key up.
+        if (column.isKey && values[i].isNull()) mkl::throwError(err::NullInKey);
+        stored.push_back(encodeFor(values[i], column.type, column.name));
+    }
     connection_->prepared(native_)->run(stored);
 }
 

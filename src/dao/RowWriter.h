@@ -30,6 +30,7 @@ private:
     struct TargetColumn {
         QString name;
         jet::ColumnType type;
+        bool isKey; ///< of the primary key, and no counter fills it
     };
 
     std::shared_ptr<Connection> connection_;
