@@ -5,6 +5,7 @@
 #include <QList>
 #include <QString>
 #include <QVarLengthArray>
+#include <algorithm>
 #include <array>
 #include <optional>
 
@@ -230,26 +231,46 @@ private:
     bool hyphens_ = false;
 };
 
-// Nothing where the texts must be compared by their keys.
-template<class Unit>
-std::optional<int> compareLatin(LatinLetters<Unit> a, LatinLetters<Unit> b) {
-    int accentOrder = 0;
-    for (;;) {
-        const int x = a.next(), y = b.next();
-        if (x == LatinLetters<Unit>::notLatin || y == LatinLetters<Unit>::notLatin) return {};
-        if (x != y) return x - y;
-        if (x == LatinLetters<Unit>::end) break;
-        if (accentOrder == 0) accentOrder = a.accent() - b.accent();
-    }
-    if (accentOrder == 0 && (a.hyphens() || b.hyphens())) return {};
-    return accentOrder;
-}
-
 template<class Text>
 Text withoutTrailingBlanks(Text text) {
     while (!text.empty() && text.back() == typename Text::value_type(' '))
-        text = Text(text.data(), text.size() - 1);
+        text.remove_suffix(1);
     return text;
+}
+
+// What both texts begin with decides nothing; a character stays whole.
+template<class Text>
+size_t commonPrefix(Text a, Text b) {
+    size_t size = 0;
+    const size_t most = std::min(a.size(), b.size());
+    while (size < most && a[size] == b[size])
+        ++size;
+    if constexpr (sizeof(typename Text::value_type) == 1) {
+        const auto isInside = [](Text text, size_t at) { return at < text.size() && (text[at] & 0xC0) == 0x80; };
+        while (size > 0 && (isInside(a, size) || isInside(b, size)))
+            --size;
+    }
+    return size;
+}
+
+// Nothing where the texts must be compared by their keys.
+template<class Text>
+std::optional<int> compareLatin(Text a, Text b) {
+    using Letters = LatinLetters<typename Text::value_type>;
+    a = withoutTrailingBlanks(a);
+    b = withoutTrailingBlanks(b);
+    const size_t common = commonPrefix(a, b);
+    Letters left(a.data() + common, a.data() + a.size()), right(b.data() + common, b.data() + b.size());
+    int accentOrder = 0;
+    for (;;) {
+        const int x = left.next(), y = right.next();
+        if (x == Letters::notLatin || y == Letters::notLatin) return {};
+        if (x != y) return x - y;
+        if (x == Letters::end) break;
+        if (accentOrder == 0) accentOrder = left.accent() - right.accent();
+    }
+    if (accentOrder == 0 && (left.hyphens() || right.hyphens())) return {};
+    return accentOrder;
 }
 
 int compareKeys(QStringView a, QStringView b) {
@@ -259,20 +280,14 @@ int compareKeys(QStringView a, QStringView b) {
 } // namespace
 
 int compare(QStringView a, QStringView b) {
-    const std::u16string_view left = withoutTrailingBlanks(std::u16string_view(a.utf16(), size_t(a.size())));
-    const std::u16string_view right = withoutTrailingBlanks(std::u16string_view(b.utf16(), size_t(b.size())));
-    if (left == right) return 0;
-    const auto order = compareLatin(LatinLetters(left.data(), left.data() + left.size()),
-                                    LatinLetters(right.data(), right.data() + right.size()));
+    const auto order = compareLatin(std::u16string_view(a.utf16(), static_cast<size_t>(a.size())),
+                                    std::u16string_view(b.utf16(), static_cast<size_t>(b.size())));
     return order ? *order : compareKeys(a, b);
 }
 
 int compareUtf8(std::string_view a, std::string_view b) {
-    const std::string_view left = withoutTrailingBlanks(a), right = withoutTrailingBlanks(b);
-    if (left == right) return 0;
-    const auto order = compareLatin(LatinLetters(left.data(), left.data() + left.size()),
-                                    LatinLetters(right.data(), right.data() + right.size()));
-    return order ? *order : compareKeys(QString::fromUtf8(left), QString::fromUtf8(right));
+    const auto order = compareLatin(a, b);
+    return order ? *order : compareKeys(QString::fromUtf8(a), QString::fromUtf8(b));
 }
 
 QByteArray sortKey(QStringView text) {

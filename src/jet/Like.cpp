@@ -124,6 +124,12 @@ std::optional<size_t> LikePattern::step(const Element& element, Letters letters,
     return {};
 }
 
+size_t LikePattern::nextPlaceOf(char32_t letter, Letters letters, size_t from) {
+    while (from < letters.size() && letters[from].folded != letter)
+        ++from;
+    return from;
+}
+
 // What stands between two runs takes the first place where it fits: any later one leaves less for the rest. So only
 // the last run is ever widened.
 bool LikePattern::matchesLetters(Letters letters) const {
@@ -143,7 +149,10 @@ bool LikePattern::matchesLetters(Letters letters) const {
             at = *next;
             ++element;
         } else if (behindRun >= 0) {
-            at = ++runStart;
+            ++runStart;
+            if (elements_[behindRun].kind == Element::Kind::Letter)
+                runStart = nextPlaceOf(elements_[behindRun].letter, letters, runStart);
+            at = runStart;
             element = behindRun;
         } else {
             return false;
@@ -155,14 +164,15 @@ bool LikePattern::matches(QStringView text) const {
     if (broken_) return false;
     QString buffer;
     text = composed(text, buffer);
-    QVarLengthArray<Letter, 256> letters;
+    QVarLengthArray<Letter, 256> letters(text.size() * 2); // no character is more than two letters
+    size_t count = 0;
     for (qsizetype at = 0; at < text.size();) {
         const char32_t character = takeCharacter(text, at);
         const FoldedCharacter folded = foldCharacter(character);
-        letters.append({folded.first, character, folded.second != 0});
-        if (folded.second) letters.append({folded.second, 0, false});
+        letters[static_cast<qsizetype>(count++)] = {folded.first, character, folded.second != 0};
+        if (folded.second) letters[static_cast<qsizetype>(count++)] = {folded.second, 0, false};
     }
-    return matchesLetters({letters.data(), static_cast<size_t>(letters.size())});
+    return matchesLetters({letters.data(), count});
 }
 
 bool matchesLike(QStringView text, QStringView pattern, BrokenPattern broken) {

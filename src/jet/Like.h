@@ -46,6 +46,7 @@ private:
     void addLetters(char32_t character);
     std::optional<size_t> step(const Element& element, Letters letters, size_t at) const;
     static bool contains(const CharClass& charClass, char32_t character, char32_t folded);
+    static size_t nextPlaceOf(char32_t letter, Letters letters, size_t from);
     bool matchesLetters(Letters letters) const;
 
     QList<Element> elements_;
