@@ -31,8 +31,17 @@ bool isPlainName(QStringView name) {
     return startsAsName(name) && std::ranges::all_of(name, isWordCharacter) && !jet::isStrict(jet::keywordOf(name));
 }
 
-QString tableName(const QString& table) {
-    return isBracketed(table) || isPlainName(table) ? table : QString(u'[' % table % u']');
+void appendBracketed(QString& sql, QStringView name) {
+    sql += u'[';
+    sql += name;
+    sql += u']';
+}
+
+void appendTable(QString& sql, QStringView table) {
+    if (isBracketed(table) || isPlainName(table))
+        sql += table;
+    else
+        appendBracketed(sql, table);
 }
 
 // Characters of the catalogue's column names. A text with any other is an expression, or has its brackets already.
@@ -48,10 +57,15 @@ QStringView directionOf(QStringView term) {
     return {};
 }
 
-QString sortTerm(QStringView term) {
+void appendSortTerm(QString& sql, QStringView term) {
     const QStringView direction = directionOf(term);
     const QStringView name = term.chopped(direction.size()).trimmed();
-    return isColumnName(name) ? QString(u'[' % name % u']' % direction) : term.toString();
+    if (!isColumnName(name)) {
+        sql += term;
+        return;
+    }
+    appendBracketed(sql, name);
+    sql += direction;
 }
 
 bool isExpression(QStringView sortTerms) {
@@ -69,14 +83,16 @@ qsizetype termLength(QStringView list) {
     return list.size();
 }
 
-QString sortList(QStringView orderBy) {
-    if (isExpression(orderBy)) return orderBy.toString();
-    QString list;
+void appendSortList(QString& sql, QStringView orderBy) {
+    if (isExpression(orderBy)) {
+        sql += orderBy;
+        return;
+    }
     while (true) {
         const qsizetype length = termLength(orderBy);
-        list += sortTerm(orderBy.first(length).trimmed());
-        if (length == orderBy.size()) return list;
-        list += u", "_s;
+        appendSortTerm(sql, orderBy.first(length).trimmed());
+        if (length == orderBy.size()) return;
+        sql += u", ";
         orderBy = orderBy.sliced(length + 1);
     }
 }
@@ -106,14 +122,20 @@ QString SqlTools::InsertCriteria(const QString& Template, const QString& Criteri
 
 QString SqlTools::BuildSelect(const QString& Table, const QString& Criteria, const QString& OrderBy,
                               bool Distinct) const {
-    QString sql = Distinct ? u"SELECT DISTINCT * FROM "_s : u"SELECT * FROM "_s;
-    sql += tableName(Table);
+    QString sql;
+    sql.reserve(Table.size() + Criteria.size() + OrderBy.size() + 64);
+    sql += Distinct ? u"SELECT DISTINCT * FROM " : u"SELECT * FROM ";
+    appendTable(sql, Table);
     if (!Criteria.isEmpty()) {
         refuseEscape(Criteria);
         sql += u" WHERE (" % Criteria % u')';
     }
-    if (!OrderBy.isEmpty()) sql += u" ORDER BY " % sortList(OrderBy);
-    return sql + u';';
+    if (!OrderBy.isEmpty()) {
+        sql += u" ORDER BY ";
+        appendSortList(sql, OrderBy);
+    }
+    sql += u';';
+    return sql;
 }
 
 QString SqlTools::InsertOrderBy(const QString& Statement, const QString& OrderClause) const {

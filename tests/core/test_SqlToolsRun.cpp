@@ -3,9 +3,11 @@
 
 #include "core/CatalogQueries.h"
 #include "core/Catalogue.h"
+#include "jet/Compiler.h"
 #include "support/Printing.h"
 
 #include <gmock/gmock.h>
+#include <random>
 
 using namespace Qt::StringLiterals;
 using namespace mkl;
@@ -32,6 +34,45 @@ const QStringList hostileCriteria = {
     u"("_s,
     u")"_s,
     u"="_s,
+};
+
+// Criteria put together at random from pieces that mean something to the dialect.
+class RandomCriteria {
+public:
+    QString next() {
+        static const QStringList pieces = {
+            u"1=1"_s,
+            u"[Order]"_s,
+            u"("_s,
+            u")"_s,
+            u"'"_s,
+            u"\""_s,
+            u"["_s,
+            u"]"_s,
+            u"#"_s,
+            u","_s,
+            u";"_s,
+            u"="_s,
+            u" OR "_s,
+            u" AND "_s,
+            u" NOT "_s,
+            u" True "_s,
+            u"''"_s,
+            u" WHERE "_s,
+            u" ORDER BY [Order]"_s,
+            u" UNION SELECT * FROM [ARTIKEL/KATEGORIEN]"_s,
+            u" "_s,
+            u"IN(1)"_s,
+            u"a"_s,
+        };
+        QString criteria;
+        for (auto count = 1 + random_() % 7; count > 0; --count)
+            criteria += pieces[static_cast<qsizetype>(random_() % static_cast<size_t>(pieces.size()))];
+        return criteria;
+    }
+
+private:
+    std::mt19937 random_{1};
 };
 
 class SqlToolsRun : public testing::Test {
@@ -107,4 +148,24 @@ TEST_F(SqlToolsRun, AnExternalStatementIsOrderedToo) {
                              "ORDER BY [Artikel-Schlüssel];"_s;
     EXPECT_THAT(catalogue.column(tools.InsertOrderBy(external, u"ORDER BY [Artikelname]"_s)),
                 ElementsAre(Variant(11), Variant(10), Variant(13)));
+}
+
+TEST_F(SqlToolsRun, NoCriteriaBreakOutOfTheirPlace) {
+    const QString noRows = u"SELECT * FROM [ARTIKEL/KATEGORIEN] WHERE [Parent]=-1 ORDER BY [Order];"_s;
+    RandomCriteria random;
+    int accepted = 0;
+    for (int round = 0; round < 3000; ++round) {
+        const QString criteria = random.next();
+        const bool isExpression = errorOf([&] { jet::checkCriterion(criteria); }) == 0;
+        QList<Variant> rows;
+        const Long error = errorOf([&] { rows = catalogue.column(tools.InsertCriteria(noRows, criteria)); });
+        EXPECT_TRUE(rows.isEmpty()) << criteria.toStdString();
+        EXPECT_TRUE(isExpression || error != 0) << criteria.toStdString();
+        EXPECT_TRUE(isExpression || errorOf([&] { selected(criteria); }) != 0) << criteria.toStdString();
+        if (error != 0) continue;
+        const QString once = tools.InsertCriteria(noRows, criteria);
+        EXPECT_EQ(tools.InsertCriteria(once, criteria), once);
+        ++accepted;
+    }
+    EXPECT_GT(accepted, 50);
 }
