@@ -2,7 +2,6 @@
 
 #include "base/RunTimeError.h"
 #include "jet/Aggregates.h"
-#include "jet/Grouping.h"
 #include "jet/LazyCalls.h"
 #include "jet/Lexer.h"
 #include "jet/Operands.h"
@@ -17,6 +16,7 @@ constexpr mkl::Long syntaxError = 3075;
 constexpr mkl::Long unknownFunction = 3085;
 constexpr mkl::Long aggregateInExpression = 3095;
 constexpr mkl::Long tooComplex = 3360;
+constexpr int maximalSize = 100'000;
 
 Comparison strictest(Comparison a, Comparison b) {
     return a < b ? b : a;
@@ -28,13 +28,21 @@ bool takesArguments(const Function& function, size_t count) {
     return !pairs || count % 2 == 0;
 }
 
-// Aliases make a tree deeper than its text is.
-void countDepth(Expression& expression) {
+// Aliases make a tree deeper, and far larger, than its text is.
+void measure(Expression& expression) {
     const auto* const name = expression.as<Name>();
-    expression.depth = name && name->alias ? name->alias->depth + 1 : 1;
-    for (const Expression* operand : operandsOf(expression))
-        expression.depth = qMax(expression.depth, operand->depth + 1);
-    if (expression.depth > maximalDepth) mkl::throwError(tooComplex);
+    const auto* const call = expression.as<Call>();
+    expression.hasAggregate = call && call->aggregate;
+    expression.size = expression.depth = 1;
+    const auto include = [&expression](const Expression& part) {
+        expression.depth = qMax(expression.depth, part.depth + 1);
+        expression.size = qMin(expression.size + part.size, maximalSize + 1);
+        expression.hasAggregate = expression.hasAggregate || part.hasAggregate;
+    };
+    if (name && name->alias) include(*name->alias);
+    for (const Expression* part : operandsOf(expression))
+        include(*part);
+    if (expression.depth > maximalDepth || expression.size > maximalSize) mkl::throwError(tooComplex);
 }
 
 } // namespace
@@ -66,14 +74,14 @@ void ExpressionBinder::bind(Expression& expression, const Clause& clause) {
                               },
                               [](const auto&) { return ColumnType::Boolean; }},
                    expression.node);
-    countDepth(expression);
+    measure(expression);
 }
 
 ColumnType ExpressionBinder::bindName(Name& name, const Clause& clause) {
     if (scope_.resolve(name, clause.sources)) return scope_.column(name).type;
     if (name.qualifier.isEmpty() && clause.aliasOf) name.alias = clause.aliasOf(name.name);
     if (name.alias) {
-        if (clause.aggregateError != 0 && containsAggregate(*name.alias))
+        if (clause.aggregateError != 0 && name.alias->hasAggregate)
             mkl::throwError(clause.aggregateError, {name.name.toString()});
         return name.alias->type;
     }

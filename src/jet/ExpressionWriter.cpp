@@ -229,21 +229,24 @@ QByteArray ExpressionWriter::lazy(const Call& call, ColumnType type) {
     const auto result = [&](const Expression& expression) {
         return type == ColumnType::Unknown ? operand(expression) : value(expression);
     };
+    QByteArray native = "CASE";
     switch (lazyKindOf(*call.function)) {
     case LazyKind::IIf:
-        return "CASE WHEN " + condition(*arguments[0]) + " THEN " + result(*arguments[1]) + " ELSE " +
-               result(*arguments[2]) + " END";
-    case LazyKind::Choose: {
-        QByteArray native = "CASE " + ("mkl_clng(" + operand(*arguments[0]) + ')');
+        native += " WHEN " + condition(*arguments[0]);
+        native += " THEN " + result(*arguments[1]);
+        native += " ELSE " + result(*arguments[2]);
+        break;
+    case LazyKind::Choose:
+        native += " mkl_clng(" + operand(*arguments[0]) + ')';
         for (size_t i = 1; i < arguments.size(); ++i)
             native += " WHEN " + QByteArray::number(qulonglong(i)) + " THEN " + result(*arguments[i]);
-        return native + " END";
+        break;
+    case LazyKind::Switch:
+        for (size_t i = 0; i < arguments.size(); i += 2) {
+            native += " WHEN " + condition(*arguments[i]);
+            native += " THEN " + result(*arguments[i + 1]);
+        }
     }
-    case LazyKind::Switch: break;
-    }
-    QByteArray native = "CASE";
-    for (size_t i = 0; i < arguments.size(); i += 2)
-        native += " WHEN " + condition(*arguments[i]) + " THEN " + result(*arguments[i + 1]);
     return native + " END";
 }
 
@@ -252,8 +255,8 @@ QByteArray ExpressionWriter::compared(const Expression& expression, Comparison c
 }
 
 QByteArray ExpressionWriter::comparison(const Binary& binary) {
-    return '(' + compared(*binary.left, binary.comparison) + nativeComparison(binary.op) +
-           compared(*binary.right, binary.comparison) + ')';
+    const QByteArray left = compared(*binary.left, binary.comparison);
+    return '(' + left + nativeComparison(binary.op) + compared(*binary.right, binary.comparison) + ')';
 }
 
 // The bounds may stand in either order.
@@ -268,6 +271,7 @@ QByteArray ExpressionWriter::between(const Between& between) {
 }
 
 QByteArray ExpressionWriter::in(const In& in) {
+    const QByteArray value = compared(*in.value, in.comparison);
     QByteArrayList items;
     for (const ExpressionPtr& item : in.items) {
         if (in.comparison == Comparison::Function)
@@ -276,7 +280,7 @@ QByteArray ExpressionWriter::in(const In& in) {
             items.append(compared(*item, in.comparison));
     }
     if (in.comparison == Comparison::Function) return joined(items, 0, items.size(), " OR ");
-    return '(' + compared(*in.value, in.comparison) + " IN (" + items.join(", ") + "))";
+    return '(' + value + " IN (" + items.join(", ") + "))";
 }
 
 QByteArray ExpressionWriter::junction(const Junction& junction) {

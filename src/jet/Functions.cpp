@@ -15,27 +15,22 @@ ColumnType always(Types /*arguments*/) {
     return type;
 }
 
-// Abs, Int and the like leave a number what it is; of a text they make one.
-ColumnType ofNumber(Types arguments) {
-    switch (arguments.empty() ? ColumnType::Unknown : arguments[0]) {
-    case ColumnType::Boolean: return ColumnType::Int;
-    case ColumnType::Text: return ColumnType::Double;
-    default: return arguments.empty() ? ColumnType::Unknown : arguments[0];
-    }
+ColumnType ofFirst(Types arguments) {
+    return arguments.empty() ? ColumnType::Unknown : arguments[0];
 }
 
-// The type that all results have in common, which stand at every step-th place.
-template<size_t first, size_t step>
-ColumnType ofBranches(Types arguments) {
-    if (arguments.size() <= first) return ColumnType::Unknown;
-    for (size_t place = first; place < arguments.size(); place += step)
-        if (arguments[place] != arguments[first]) return ColumnType::Unknown;
-    return arguments[first];
+// Abs, Int and the like leave a number what it is; of a text they make one.
+ColumnType ofNumber(Types arguments) {
+    switch (const ColumnType type = ofFirst(arguments)) {
+    case ColumnType::Boolean: return ColumnType::Int;
+    case ColumnType::Text: return ColumnType::Double;
+    default: return type;
+    }
 }
 
 // Without a second argument an empty text may stand for the first.
 ColumnType ofNz(Types arguments) {
-    return arguments.size() < 2 ? ColumnType::Unknown : ofBranches<0, 1>(arguments);
+    return arguments.size() == 2 && arguments[0] == arguments[1] ? arguments[0] : ColumnType::Unknown;
 }
 
 constexpr auto yesNo = always<ColumnType::Boolean>;
@@ -71,8 +66,9 @@ constexpr Function changing(QStringView name, const char* nativeName, int most, 
     return {name, nativeName, 0, most, type, false, false, nullPasses<implementation>};
 }
 
-constexpr Function lazy(QStringView name, const char* nativeName, int least, int most, ResultType type) {
-    return {name, nativeName, least, most, type, true, true, nullptr};
+// Which of its arguments are results, the binder knows.
+constexpr Function lazy(QStringView name, const char* nativeName, int least, int most) {
+    return {name, nativeName, least, most, always<ColumnType::Unknown>, true, true, nullptr};
 }
 
 namespace f = body;
@@ -87,14 +83,14 @@ constexpr Function table[] = {
     seesNull<f::cCur>(u"CCur", "mkl_ccur", 1, 1, currency),
     seesNull<f::cDate>(u"CDate", "mkl_cdate", 1, 1, date),
     seesNull<f::cDbl>(u"CDbl", "mkl_cdbl", 1, 1, floating),
-    lazy(u"Choose", "mkl_choose", 2, any, ofBranches<1, 1>),
+    lazy(u"Choose", "mkl_choose", 2, any),
     row<f::chr>(u"Chr", "mkl_chr", 1, 1, text),
     seesNull<f::cInt>(u"CInt", "mkl_cint", 1, 1, whole),
     seesNull<f::cLng>(u"CLng", "mkl_clng", 1, 1, whole),
     row<f::cos>(u"Cos", "mkl_cos", 1, 1, floating),
     seesNull<f::cSng>(u"CSng", "mkl_csng", 1, 1, floating),
     seesNull<f::cStr>(u"CStr", "mkl_cstr", 1, 1, text),
-    seesNull<f::cVar>(u"CVar", "mkl_cvar", 1, 1, ofBranches<0, 1>),
+    seesNull<f::cVar>(u"CVar", "mkl_cvar", 1, 1, ofFirst),
     changing<f::date>(u"Date", "mkl_date", 0, date),
     row<f::dateAdd>(u"DateAdd", "mkl_dateadd", 3, 3, date),
     row<f::dateDiff>(u"DateDiff", "mkl_datediff", 3, 5, whole),
@@ -107,7 +103,7 @@ constexpr Function table[] = {
     seesNull<f::format>(u"Format", "mkl_format", 1, 4, text),
     row<f::hex>(u"Hex", "mkl_hex", 1, 1, text),
     row<f::hour>(u"Hour", "mkl_hour", 1, 1, whole),
-    lazy(u"IIf", "mkl_iif", 3, 3, ofBranches<1, 1>),
+    lazy(u"IIf", "mkl_iif", 3, 3),
     row<f::inStr>(u"InStr", "mkl_instr", 2, 4, whole),
     row<f::inStrRev>(u"InStrRev", "mkl_instrrev", 2, 4, whole),
     row<f::integer>(u"Int", "mkl_int", 1, 1, ofNumber),
@@ -140,7 +136,7 @@ constexpr Function table[] = {
     row<f::strComp>(u"StrComp", "mkl_strcomp", 2, 3, whole),
     row<f::string>(u"String", "mkl_string", 2, 2, text),
     row<f::strReverse>(u"StrReverse", "mkl_strreverse", 1, 1, text),
-    lazy(u"Switch", "mkl_switch", 2, any, ofBranches<1, 2>),
+    lazy(u"Switch", "mkl_switch", 2, any),
     row<f::tan>(u"Tan", "mkl_tan", 1, 1, floating),
     changing<f::time>(u"Time", "mkl_time", 0, date),
     row<f::timeSerial>(u"TimeSerial", "mkl_timeserial", 3, 3, date),

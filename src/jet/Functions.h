@@ -5,6 +5,7 @@
 #include "jet/Schema.h"
 
 #include <QStringView>
+#include <limits>
 #include <span>
 
 namespace jet {
@@ -18,12 +19,12 @@ struct Function {
     const char* nativeName; ///< as the engines know it
     int minArguments;
     int maxArguments;                                                ///< anyNumber where there is no limit
-    ColumnType (*resultType)(std::span<const ColumnType> arguments); ///< Unknown where only the value tells
+    ColumnType (*resultType)(std::span<const ColumnType> arguments); ///< Unknown where only the value or a branch tells
     bool deterministic; ///< false: depends on the clock or on earlier calls
     bool lazy;          ///< computes the chosen argument only, so it has no implementation: IIf, Choose, Switch
     Implementation implementation; ///< nullptr of a lazy function
 
-    static constexpr int anyNumber = 100;
+    static constexpr int anyNumber = std::numeric_limits<int>::max();
     bool takes(int argumentCount) const { return argumentCount >= minArguments && argumentCount <= maxArguments; }
 };
 

@@ -14,13 +14,6 @@ constexpr mkl::Long notGrouped = 3122;
 
 } // namespace
 
-bool containsAggregate(const Expression& expression) {
-    const Expression& target = withoutAlias(expression);
-    if (const auto* call = target.as<Call>(); call && call->aggregate) return true;
-    const Operands operands = operandsOf(target);
-    return std::any_of(operands.begin(), operands.end(), [](const Expression* o) { return containsAggregate(*o); });
-}
-
 bool ExpressionMatcher::same(const Expression& left, const Expression& right) {
     const Expression& a = withoutAlias(left);
     const Expression& b = withoutAlias(right);

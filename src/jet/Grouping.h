@@ -4,8 +4,6 @@
 
 namespace jet {
 
-bool containsAggregate(const Expression& expression);
-
 /// Compares bound expressions. Literals that had to be equal for two expressions to be the same are noted: a plan
 /// made on that ground holds only for their values.
 class ExpressionMatcher {

@@ -3,6 +3,7 @@
 #include "base/RunTimeError.h"
 #include "jet/Lexer.h"
 #include "jet/OutputNames.h"
+#include "jet/TokenStream.h"
 
 #include <algorithm>
 
@@ -22,6 +23,7 @@ constexpr mkl::Long orderBySyntax = 3138;
 constexpr mkl::Long selectSyntax = 3141;
 constexpr mkl::Long badJoin = 3296;
 constexpr mkl::Long badTop = 3308;
+constexpr mkl::Long tooComplex = 3360;
 
 bool isJoinCondition(const Expression& expression) {
     if (const auto* junction = expression.as<Junction>())
@@ -134,11 +136,14 @@ const Expression* SelectBinder::outputOfAlias(QStringView alias) {
 
 void SelectBinder::bindOutput(size_t index) {
     if (progress_[index] == Progress::Done) return;
+    if (busy_ == maximalDepth) mkl::throwError(tooComplex);
+    ++busy_;
     progress_[index] = Progress::Busy;
     Clause outputs = clause(0);
     outputs.aliasOf = [this](QStringView alias) { return outputOfAlias(alias); };
     expressions_.bind(*select_.outputs[index].expression, outputs);
     progress_[index] = Progress::Done;
+    --busy_;
 }
 
 void SelectBinder::nameOutputs() {
@@ -166,7 +171,7 @@ void SelectBinder::bindGroupBy() {
     }
     isAggregated_ = !bound_.groupBy.empty() ||
                     std::any_of(bound_.outputs.begin(), bound_.outputs.end(),
-                                [](const BoundOutput& output) { return containsAggregate(*output.expression); });
+                                [](const BoundOutput& output) { return output.expression->hasAggregate; });
 }
 
 // Without GROUP BY a term that has no aggregate chooses rows, as if it stood in the WHERE clause.
@@ -174,7 +179,7 @@ void SelectBinder::bindHaving() {
     if (!select_.having) return;
     expressions_.bind(*select_.having, clause(0));
     for (const Expression* term : termsOf(*select_.having)) {
-        const bool choosesRows = select_.groupBy.empty() && !containsAggregate(*term);
+        const bool choosesRows = select_.groupBy.empty() && !term->hasAggregate;
         (choosesRows ? bound_.where : bound_.having).push_back(term);
     }
     isAggregated_ = isAggregated_ || !bound_.having.empty();

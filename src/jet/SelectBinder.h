@@ -64,6 +64,7 @@ private:
     ExpressionBinder expressions_;
     ExpressionMatcher matcher_;
     std::vector<Progress> progress_; ///< per item of the select list
+    int busy_ = 0;                   ///< items that wait for each other's aliases
     bool isAggregated_ = false;
 };
 

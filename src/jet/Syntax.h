@@ -118,6 +118,8 @@ struct Expression {
     Node node;
     QStringView text; ///< for messages
     int depth = 1;
+    int size = 1;              ///< bound: number of nodes, those behind aliases counted as often as they are used
+    bool hasAggregate = false; ///< bound
     ColumnType type = ColumnType::Unknown; ///< bound
 
     template<class T>
