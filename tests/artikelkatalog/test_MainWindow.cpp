@@ -127,7 +127,7 @@ TEST_F(MainWindowTest, TheMissingTableIsNamed) {
     EXPECT_FALSE(window_.showFile(folder_.foreignDatabase(u"fremd.sqlite"_s)));
     ASSERT_EQ(asker_.shown.size(), 1);
     EXPECT_EQ(asker_.shown.first().text, u"Der Katalog 'fremd.sqlite' kann nicht geöffnet werden."_s);
-    EXPECT_TRUE(asker_.shown.first().detail.contains(u"Tabelle 'ARTIKEL"_s))
+    EXPECT_TRUE(asker_.shown.first().detail.contains(u"Tabelle 'ABSENDER'"_s))
         << asker_.shown.first().detail.toStdString();
 }
 

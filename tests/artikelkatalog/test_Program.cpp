@@ -73,7 +73,7 @@ TEST_F(ProgramTest, RefusesWhatIsNoCatalogue) {
     expectRefusal(folder_.path(u"fehlt.sqlite"_s), u"fehlt.sqlite"_s);
     expectRefusal(folder_.file(u"null.sqlite"_s, {}), u"null.sqlite"_s);
     expectRefusal(folder_.file(u"text.sqlite"_s, "no database"), u"text.sqlite"_s);
-    expectRefusal(folder_.foreignDatabase(u"fremd.sqlite"_s), u"ARTIKEL"_s);
+    expectRefusal(folder_.foreignDatabase(u"fremd.sqlite"_s), u"ABSENDER"_s);
 }
 
 TEST_F(ProgramTest, ADatabaseIsNotImportedUnasked) {

@@ -17,6 +17,7 @@ namespace {
 QLabel* centredLabel(const QString& caption, QWidget* parent) {
     auto* label = new QLabel(caption, parent);
     label->setAlignment(Qt::AlignCenter);
+    label->setMargin(2); // capital umlauts reach above the line
     return label;
 }
 
