@@ -1,0 +1,18 @@
+#pragma once
+#include "dao/Workspace.h"
+
+namespace mkl {
+
+/// A catalogue opened for reading by one command.
+class CatalogueReader {
+public:
+    explicit CatalogueReader(const QString& file);
+
+    dao::Database& database() { return *database_; }
+
+private:
+    Ref<dao::Workspace> workspace_;
+    Ref<dao::Database> database_;
+};
+
+} // namespace mkl
