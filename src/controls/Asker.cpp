@@ -3,11 +3,13 @@
 #include "base/Texts.h"
 
 #include <QApplication>
+#include <QDialogButtonBox>
 #include <QGridLayout>
 #include <QInputDialog>
 #include <QLabel>
 #include <QMessageBox>
 #include <QPlainTextEdit>
+#include <QPointer>
 #include <QPushButton>
 
 #include <vector>
@@ -63,53 +65,69 @@ bool isLong(const QString& detail) {
     return detail.size() > longDetail || detail.count(u'\n') > longDetailLines;
 }
 
-/// A field below the text, so that the longest detail stays on the screen.
+/// A field between the text and the buttons, so that the longest detail stays on the screen.
 void addDetailField(QMessageBox& dialog, const QString& detail) {
     auto* const layout = qobject_cast<QGridLayout*>(dialog.layout());
+    auto* const buttons = dialog.findChild<QDialogButtonBox*>();
     auto* const field = new QPlainTextEdit(detail, &dialog);
     field->setReadOnly(true);
     field->setTabChangesFocus(true);
     field->setMinimumSize(field->fontMetrics().averageCharWidth() * 70,
                           field->fontMetrics().height() * longDetailLines);
-    layout->addWidget(field, layout->rowCount(), 0, 1, layout->columnCount());
+    const int columns = layout->columnCount();
+    layout->removeWidget(buttons);
+    layout->addWidget(field, layout->rowCount(), 0, 1, columns);
+    layout->addWidget(buttons, layout->rowCount(), 0, 1, columns);
 }
 
+QString titleOf(const QString& caption) {
+    return caption.isEmpty() ? QGuiApplication::applicationDisplayName() : caption;
+}
+
+Buttons fill(QMessageBox& dialog, const MessageBox& box) {
+    dialog.setWindowTitle(titleOf(box.caption));
+    dialog.setTextFormat(Qt::PlainText);
+    dialog.setIcon(pictureOf(box.flags));
+    const bool inField = isLong(box.detail);
+    const QString separator = box.text.isEmpty() || box.detail.isEmpty() ? QString() : QStringLiteral("\n\n");
+    dialog.setText(inField ? box.text : box.text + separator + box.detail);
+    Buttons buttons = addButtons(dialog, box.flags);
+    dialog.setDefaultButton(buttons[defaultButton(box.flags, buttons.size())].widget);
+    dialog.setEscapeButton(buttons.back().widget); // Cancel, else No, else OK
+    if (inField) addDetailField(dialog, box.detail);
+    return buttons;
+}
+
+void fill(QInputDialog& dialog, const QString& prompt, const QString& caption, const QString& preset) {
+    dialog.setWindowTitle(titleOf(caption));
+    dialog.setOkButtonText(text(TextId::AskerOk));
+    dialog.setCancelButtonText(text(TextId::AskerCancel));
+    dialog.setLabelText(QString(prompt).replace(u'&', QStringLiteral("&&"))); // the label is that of the field
+    dialog.findChild<QLabel*>()->setTextFormat(Qt::PlainText);
+    dialog.setTextValue(preset);
+}
+
+// The window that a dialog belongs to may be destroyed while it is open, and the dialog with it.
 class DialogAsker final : public Asker {
 public:
     Long ask(const MessageBox& box) override {
-        QMessageBox dialog(QApplication::activeWindow());
-        dialog.setWindowTitle(titleOf(box.caption));
-        dialog.setTextFormat(Qt::PlainText);
-        dialog.setIcon(pictureOf(box.flags));
-        const bool inField = isLong(box.detail);
-        const QString separator = box.text.isEmpty() || box.detail.isEmpty() ? QString() : QStringLiteral("\n\n");
-        dialog.setText(inField ? box.text : box.text + separator + box.detail);
-        if (inField) addDetailField(dialog, box.detail);
-
-        const Buttons buttons = addButtons(dialog, box.flags);
-        dialog.setDefaultButton(buttons[defaultButton(box.flags, buttons.size())].widget);
-        dialog.setEscapeButton(buttons.back().widget); // Cancel, else No, else OK
-        dialog.exec();
+        const QPointer<QMessageBox> dialog(new QMessageBox(QApplication::activeWindow()));
+        const Buttons buttons = fill(*dialog, box);
+        dialog->exec();
+        Long answer = buttons.back().answer;
         for (const Button& button : buttons)
-            if (dialog.clickedButton() == button.widget) return button.answer;
-        return buttons.back().answer;
+            if (dialog && dialog->clickedButton() == button.widget) answer = button.answer;
+        delete dialog;
+        return answer;
     }
 
     std::optional<QString> askText(const QString& prompt, const QString& caption, const QString& preset) override {
-        QInputDialog dialog(QApplication::activeWindow());
-        dialog.setWindowTitle(titleOf(caption));
-        dialog.setOkButtonText(text(TextId::AskerOk));
-        dialog.setCancelButtonText(text(TextId::AskerCancel));
-        dialog.setLabelText(QString(prompt).replace(u'&', QStringLiteral("&&")));
-        dialog.setTextValue(preset);
-        if (auto* const label = dialog.findChild<QLabel*>()) label->setTextFormat(Qt::PlainText);
-        if (dialog.exec() != QDialog::Accepted) return std::nullopt;
-        return dialog.textValue();
-    }
-
-private:
-    static QString titleOf(const QString& caption) {
-        return caption.isEmpty() ? QGuiApplication::applicationDisplayName() : caption;
+        const QPointer<QInputDialog> dialog(new QInputDialog(QApplication::activeWindow()));
+        fill(*dialog, prompt, caption, preset);
+        std::optional<QString> answer;
+        if (dialog->exec() == QDialog::Accepted && dialog) answer = dialog->textValue();
+        delete dialog;
+        return answer;
     }
 };
 

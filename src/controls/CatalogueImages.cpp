@@ -1,6 +1,7 @@
 #include "controls/CatalogueImages.h"
 
 #include "controls/ImageList.h"
+#include "controls/SvgIcon.h"
 
 #include <array>
 
@@ -44,7 +45,7 @@ constexpr std::array pictures{
 
 QIcon load(QStringView file) {
     initResources();
-    return QIcon(QStringLiteral(":/mkl/icons/%1.svg").arg(file));
+    return svgIcon(QStringLiteral(":/mkl/icons/%1.svg").arg(file));
 }
 
 } // namespace

@@ -116,6 +116,7 @@ TEST(Asker, ALongDetailIsShownInFullAndFitsTheScreen) {
         EXPECT_EQ(field->toPlainText(), detail);
         EXPECT_TRUE(field->isReadOnly());
         EXPECT_TRUE(field->isVisible());
+        EXPECT_LT(field->geometry().bottom(), box.buttons().constFirst()->mapTo(&box, QPoint()).y());
         EXPECT_LT(box.height(), 600);
         box.reject();
     });
@@ -131,6 +132,20 @@ TEST(Asker, AskTextGivesTheLineOrNothing) {
     EXPECT_EQ(asker().askText(u"Name von 'Meier & Söhne':"_s, u"Umbenennen"_s, u"alt"_s), u"neu & schön"_s);
     whenOpen<QInputDialog>([](QInputDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
     EXPECT_EQ(asker().askText(u"Name:"_s, {}), std::nullopt);
+}
+
+TEST(Asker, TheWindowBehindMayGo) {
+    for (const bool forText : {false, true}) {
+        auto* const host = new QWidget;
+        host->show();
+        host->activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(host));
+        QTimer::singleShot(0, [host] { delete host; });
+        if (forText)
+            EXPECT_EQ(asker().askText(u"Name:"_s, {}), std::nullopt);
+        else
+            EXPECT_EQ(asker().ask({u"Frage?"_s, vbYesNo, {}, {}}), vbNo);
+    }
 }
 
 TEST(Asker, CanBeReplaced) {

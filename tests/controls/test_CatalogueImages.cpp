@@ -1,6 +1,7 @@
 #include "controls/CatalogueImages.h"
 
 #include "controls/ImageList.h"
+#include "controls/SvgIcon.h"
 #include "support/Printing.h"
 
 #include <QImage>
@@ -32,8 +33,8 @@ double contrast(QRgb one, QRgb other) {
     return (std::max(a, b) + 0.05) / (std::min(a, b) + 0.05);
 }
 
-QImage render(const QIcon& icon, int size) {
-    return icon.pixmap(QSize(size, size), 1.0).toImage().convertToFormat(QImage::Format_ARGB32);
+QImage render(const QIcon& icon, int size, QIcon::Mode mode = QIcon::Normal) {
+    return icon.pixmap(QSize(size, size), 1.0, mode).toImage().convertToFormat(QImage::Format_ARGB32);
 }
 
 /// Opaque pixels that stand out from the background; 3 is what graphics need to be told apart.
@@ -81,6 +82,27 @@ TEST_F(CatalogueImagesTest, ReadableOnLightAndDark) {
                 EXPECT_GE(readablePixels(picture, background), 20 * size / 16)
                     << key.toStdString() << ' ' << size << ' ' << std::hex << background;
         }
+}
+
+TEST_F(CatalogueImagesTest, InactiveIsReadableOnASelectedRow) {
+    for (const QString& key : keys.filter(u"Off"_s))
+        for (const QRgb background : {qRgb(0x30, 0x8c, 0xc6), qRgb(0x00, 0x78, 0xd7)})
+            EXPECT_GE(readablePixels(render(images->picture(key), 16, QIcon::Selected), background), 20)
+                << key.toStdString();
+}
+
+TEST_F(CatalogueImagesTest, SharpAtAnyScale) {
+    for (const QString& key : keys) {
+        const QPixmap doubled = images->picture(key).pixmap(QSize(16, 16), 2.0);
+        EXPECT_EQ(doubled.size(), QSize(32, 32));
+        EXPECT_EQ(doubled.toImage().convertToFormat(QImage::Format_ARGB32), render(images->picture(key), 32));
+    }
+}
+
+TEST_F(CatalogueImagesTest, DisabledIsPale) {
+    const QIcon icon = images->picture(u"On"_s);
+    EXPECT_LT(qAlpha(render(icon, 16, QIcon::Disabled).pixel(8, 8)), qAlpha(render(icon, 16).pixel(8, 8)));
+    EXPECT_TRUE(svgIcon(u":/mkl/icons/fehlt.svg"_s).isNull());
 }
 
 TEST_F(CatalogueImagesTest, ActiveIsColouredAndInactiveIsGrey) {
