@@ -131,6 +131,27 @@ TEST_F(MainWindowTest, TheMissingTableIsNamed) {
         << asker_.shown.first().detail.toStdString();
 }
 
+TEST_F(MainWindowTest, TheTitleTellsThatNothingCanBeWritten) {
+    const QString file = folder_.demo(u"a.sqlite"_s);
+    QFile::setPermissions(file, QFile::ReadOwner);
+    if (QFileInfo(file).isWritable()) GTEST_SKIP() << "this user may write everything";
+    ASSERT_TRUE(window_.showFile(file));
+    EXPECT_EQ(window_.windowTitle(), u"Artikelkatalog - a.sqlite (schreibgeschützt)"_s);
+}
+
+TEST_F(MainWindowTest, ALockedCatalogueIsTold) {
+    const QString file = folder_.demo(u"a.sqlite"_s);
+    const Ref<dao::Workspace> workspace = dao::DBEngine::CreateWorkspace();
+    const Ref<dao::Database> other = workspace->OpenDatabase(file);
+    other->executeNative(u"PRAGMA locking_mode = EXCLUSIVE; BEGIN EXCLUSIVE"_s);
+    EXPECT_FALSE(window_.showFile(file));
+    ASSERT_EQ(asker_.shown.size(), 1);
+    EXPECT_TRUE(asker_.shown.first().detail.contains(u"gesperrt"_s) ||
+                asker_.shown.first().detail.contains(u"exklusiv"_s))
+        << asker_.shown.first().detail.toStdString();
+    other->executeNative(u"ROLLBACK"_s);
+}
+
 TEST_F(MainWindowTest, AFileThatIsGoneLeavesTheRecentOnes) {
     const QString file = folder_.demo(u"a.sqlite"_s);
     window_.showFile(file);
