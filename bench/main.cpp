@@ -1,4 +1,4 @@
-// Prints the rows of the table, all or the named ones; with --list only their names.
+// Prints the rows of the table, all or the named ones; --list only their names, --head only the table's head.
 #include "bench/Row.h"
 
 #include <QApplication>
@@ -33,27 +33,40 @@ QString figureText(double figure, const QString& unit) {
     return QString::number(figure, 'f', unit == u"s"_s ? 3 : 0) + u' ' + unit;
 }
 
+void printLine(const QStringList& cells) {
+    static constexpr int widths[] = {6, 70, 10, 62, 5, 11};
+    QString line;
+    for (int column = 0; column < cells.size(); ++column)
+        line += u"| "_s + cells[column].leftJustified(widths[column]) + u' ';
+    std::puts(qPrintable(line + u'|'));
+}
+
+void printHead() {
+    printLine({u"row"_s, u"work"_s, u"ours"_s, u"baselines"_s, u"ratio"_s, u"goal"_s});
+}
+
+QString baselinesText(const Result& result) {
+    QStringList parts;
+    for (const Baseline& baseline : result.baselines)
+        parts += baseline.name + u' ' + figureText(baseline.figure, result.unit);
+    return parts.isEmpty() ? u"-"_s : parts.join(u" + "_s);
+}
+
 /// False if the goal is missed.
 bool print(const QString& name, const Result& result) {
     if (!result.skipped.isEmpty()) {
-        std::printf("%-8s %s\n         skipped: %s\n", qPrintable(name), qPrintable(result.work),
-                    qPrintable(result.skipped));
+        printLine({name, result.work, u"skipped"_s, result.skipped, {}, {}});
         return true;
     }
     double sum = 0;
-    QStringList parts;
-    for (const Baseline& baseline : result.baselines) {
+    for (const Baseline& baseline : result.baselines)
         sum += baseline.figure;
-        parts += baseline.name + u' ' + figureText(baseline.figure, result.unit);
-    }
     const bool hasRatio = !result.baselines.empty();
     const double judged = hasRatio ? result.ours / sum : result.ours;
-    const QString ratio = hasRatio ? QString::number(judged, 'f', 2) : u"-"_s;
     const bool isMet = judged <= result.goal;
-    std::printf("%-8s %s\n         ours %s | %s | ratio %s | goal %s: %s\n", qPrintable(name), qPrintable(result.work),
-                qPrintable(figureText(result.ours, result.unit)),
-                qPrintable(hasRatio ? parts.join(u" + "_s) : u"no baseline"_s), qPrintable(ratio),
-                qPrintable(QString::number(result.goal)), isMet ? "met" : "MISSED");
+    printLine({name, result.work, figureText(result.ours, result.unit), baselinesText(result),
+               hasRatio ? QString::number(judged, 'f', 2) : u"-"_s,
+               QString::number(result.goal) + (isMet ? u" met"_s : u" MISSED"_s)});
     return isMet;
 }
 
@@ -65,6 +78,7 @@ int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
     const QStringList wanted = QApplication::arguments().mid(1);
+    if (wanted.contains(u"--head"_s)) bench::printHead();
     bool allMet = true;
     for (const bench::Row& row : bench::rows()) {
         if (wanted.contains(u"--list"_s)) {
