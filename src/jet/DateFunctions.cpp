@@ -77,7 +77,7 @@ int integerOf(const Variant& value) {
 Variant addMonths(double date, qint64 months) {
     DateParts parts = mkl::partsOfDate(date);
     const qint64 month = parts.year * 12LL + parts.month - 1 + months;
-    if (month < 100 * 12 || month >= 10000 * 12) throwError(err::InvalidArgument);
+    if (month < 100 * 12LL || month >= 10000 * 12LL) throwError(err::InvalidArgument);
     parts.year = static_cast<int>(month / 12);
     parts.month = static_cast<int>(month % 12) + 1;
     parts.day = std::min(parts.day, daysInMonth(parts.year, parts.month));

@@ -17,7 +17,7 @@ namespace err = mkl::err;
 namespace {
 
 // A text function may not eat up the memory, whatever a criterion asks for.
-constexpr qsizetype longestText = 16 * 1024 * 1024;
+constexpr qsizetype longestText = 1 << 24;
 
 void checkLength(qsizetype length) {
     if (length > longestText) throwError(err::Overflow);
