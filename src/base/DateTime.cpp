@@ -77,7 +77,19 @@ DateParts partsOfDate(double date) {
 
 QString isoFromDate(double date) {
     const DateParts p = partsOfDate(date);
-    return QString::asprintf("%04d-%02d-%02d %02d:%02d:%02d", p.year, p.month, p.day, p.hour, p.minute, p.second);
+    QString text = QStringLiteral("0000-00-00 00:00:00");
+    // By hand: an import makes this text for every row.
+    const auto put = [&text](qsizetype end, int width, int number) {
+        for (; width > 0; --width, number /= 10)
+            text[--end] = QChar(u'0' + number % 10);
+    };
+    put(4, 4, p.year);
+    put(7, 2, p.month);
+    put(10, 2, p.day);
+    put(13, 2, p.hour);
+    put(16, 2, p.minute);
+    put(19, 2, p.second);
+    return text;
 }
 
 std::optional<double> dateFromIso(QStringView text) {
