@@ -12,7 +12,7 @@ struct DemoCatalogue {
     Long categories = 60;
     quint32 seed = 1;
     /// Called now and then with the rows so far and the number of all; false cancels.
-    std::function<bool(qint64 rows, qint64 expected)> progress;
+    std::function<bool(qint64 rows, qint64 expected)> progress = {};
 
     /// Writes it to a new file. 3204 if the file exists, 5 for a negative figure,
     /// 3059 cancelled.

@@ -1,0 +1,53 @@
+#pragma once
+// A catalogue file of its own, open, with native statements for what no program would write.
+#include "catalogue/CatalogueFile.h"
+
+#include <QTemporaryDir>
+
+namespace mkl {
+
+class TestCatalogue {
+public:
+    explicit TestCatalogue(const QString& native = {})
+        : workspace_(dao::DBEngine::CreateWorkspace()) {
+        createCatalogue(path());
+        database_ = openCatalogue(*workspace_, path());
+        if (!native.isEmpty()) database_->executeNative(native);
+    }
+
+    QString path() const { return folder_.filePath(QStringLiteral("test.sqlite")); }
+    dao::Database& database() { return *database_; }
+    dao::Workspace& workspace() { return *workspace_; }
+
+    /// One category: key, parent ("NULL" for a root) and position.
+    void addCategory(int key, const char* parent, int order) {
+        database_->executeNative(QStringLiteral("INSERT INTO \"ARTIKEL/KATEGORIEN\" (\"Kategorie-Schlüssel\", "
+                                                "\"Kategoriename\", \"Parent\", \"Order\", \"Aktiv\") "
+                                                "VALUES (%1, 'K%1', %2, %3, -1);")
+                                     .arg(key)
+                                     .arg(QLatin1String(parent))
+                                     .arg(order));
+    }
+    void addArticle(int key) {
+        database_->executeNative(
+            QStringLiteral("INSERT INTO ARTIKEL (\"Artikel-Schlüssel\", \"Artikelname\", \"Aktiv\") "
+                           "VALUES (%1, 'A%1', -1);")
+                .arg(key));
+    }
+    void assign(int id, int article, int category, int order) {
+        database_->executeNative(
+            QStringLiteral("INSERT INTO ARTKAT (ArtKatID, \"Artikel-Schlüssel\", \"Kategorie-Schlüssel\", \"Order\") "
+                           "VALUES (%1, %2, %3, %4);")
+                .arg(id)
+                .arg(article)
+                .arg(category)
+                .arg(order));
+    }
+
+private:
+    QTemporaryDir folder_;
+    Ref<dao::Workspace> workspace_;
+    Ref<dao::Database> database_;
+};
+
+} // namespace mkl

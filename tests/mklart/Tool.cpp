@@ -1,0 +1,47 @@
+#include "Tool.h"
+
+#include <QDir>
+#include <QJsonObject>
+
+namespace mkl {
+
+using namespace Qt::StringLiterals;
+
+QJsonObject ToolResult::json() const {
+    return QJsonDocument::fromJson(output.toUtf8()).object();
+}
+
+Tool::Tool()
+    : environment_(QProcessEnvironment::systemEnvironment()) {}
+
+ToolResult Tool::run(const QStringList& arguments) const {
+    return finish(environment_, QStringList{u"--language"_s, u"de"_s} + arguments);
+}
+
+ToolResult Tool::runIn(const QString& locale, const QStringList& arguments) const {
+    QProcessEnvironment environment = environment_;
+    environment.insert(u"LC_ALL"_s, locale);
+    environment.insert(u"LANG"_s, locale);
+    environment.remove(u"LANGUAGE"_s);
+    return finish(environment, arguments);
+}
+
+ToolResult Tool::finish(const QProcessEnvironment& environment, const QStringList& arguments) const {
+    QProcess process;
+    process.setProcessEnvironment(environment);
+    process.setWorkingDirectory(folder_.path());
+    process.start(QStringLiteral(MKL_BIN_DIR "/mklart"), arguments);
+    const bool ended = process.waitForFinished(120000) && process.exitStatus() == QProcess::NormalExit;
+    return {ended ? process.exitCode() : -1, QString::fromUtf8(process.readAllStandardOutput()),
+            QString::fromUtf8(process.readAllStandardError())};
+}
+
+QStringList Tool::files() const {
+    return QDir(folder_.path()).entryList(QDir::Files | QDir::Hidden, QDir::Name);
+}
+
+QString testData(const QString& name) {
+    return QStringLiteral(MKL_SOURCE_DIR "/tests/data/") + name;
+}
+
+} // namespace mkl

@@ -1,0 +1,38 @@
+#pragma once
+// Runs the program as a user would.
+#include <QJsonDocument>
+#include <QProcess>
+#include <QTemporaryDir>
+
+namespace mkl {
+
+struct ToolResult {
+    int status = -1; ///< -1 where the program did not end by itself
+    QString output;
+    QString errors;
+
+    QJsonObject json() const;
+};
+
+class Tool {
+public:
+    Tool();
+
+    /// Speaks German unless the arguments say otherwise.
+    ToolResult run(const QStringList& arguments) const;
+    /// The same with a locale instead of --language.
+    ToolResult runIn(const QString& locale, const QStringList& arguments) const;
+
+    QString path(const QString& name) const { return folder_.filePath(name); }
+    QStringList files() const;
+
+private:
+    ToolResult finish(const QProcessEnvironment& environment, const QStringList& arguments) const;
+
+    QTemporaryDir folder_;
+    QProcessEnvironment environment_;
+};
+
+QString testData(const QString& name);
+
+} // namespace mkl
