@@ -185,6 +185,8 @@ QStringView nameOf(const Token& token) {
 namespace {
 
 mkl::Variant numberValue(const Token& token) {
+    const bool isPlain = token.kind == TokenKind::Integer && token.text.front() != u'&';
+    if (isPlain) return token.text.toInt();
     double number = 0;
     if (!mkl::parseNumber(token.text, number)) mkl::throwError(syntaxError, {excerpt(token.text)});
     if (token.kind == TokenKind::Integer) return static_cast<mkl::Long>(number);
