@@ -1,6 +1,7 @@
 #include "Tool.h"
 #include "support/Printing.h"
 
+#include <QDir>
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonObject>
@@ -54,6 +55,15 @@ TEST_F(Commands, importNamesItsTargetAfterTheSource) {
     const ToolResult again = tool.run({u"import"_s, u"alt.mdb"_s});
     EXPECT_EQ(again.status, 1);
     EXPECT_TRUE(again.errors.contains(u"alt.sqlite"));
+}
+
+TEST_F(Commands, importOfAFolderStandsBesideTheFolder) {
+    ASSERT_TRUE(QDir(tool.path({})).mkdir(u"daten"_s));
+    const QDir source(testData(u"csv-small"_s));
+    for (const QString& name : source.entryList(QDir::Files))
+        ASSERT_TRUE(QFile::copy(source.filePath(name), tool.path(u"daten/"_s + name)));
+    done({u"import"_s, u"daten/"_s});
+    EXPECT_EQ(tool.files(), QStringList{u"daten.sqlite"_s});
 }
 
 TEST_F(Commands, importFillsAnEmptyCatalogueFromCsv) {

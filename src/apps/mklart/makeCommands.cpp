@@ -7,6 +7,7 @@
 #include "catalogue/DemoCatalogue.h"
 #include "catalogue/VisibleText.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <limits>
 
@@ -19,7 +20,7 @@ namespace {
 constexpr Long most = 10'000'000;
 
 QString defaultTarget(const QString& source) {
-    const QFileInfo info(source);
+    const QFileInfo info(QDir::cleanPath(QFileInfo(source).absoluteFilePath()));
     return info.path() + u'/' + (info.isDir() ? info.fileName() : info.completeBaseName()) + u".sqlite"_s;
 }
 
