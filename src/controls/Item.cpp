@@ -42,7 +42,7 @@ void Item::setKey(const QString& key) {
 
 void Item::setText(const QString& text) {
     text_ = text.toStdString();
-    textChanged();
+    changed();
 }
 
 QString Item::image() const {
@@ -51,7 +51,7 @@ QString Item::image() const {
 
 void Item::setImage(const QString& key) {
     image_ = imageKeys().numberOf(key);
-    imageChanged();
+    changed();
 }
 
 } // namespace mkl

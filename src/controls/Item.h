@@ -30,14 +30,14 @@ protected:
     void setImage(const QString& key);
 
     virtual void rekey(std::string key) = 0; ///< takes over the key, in the collection's hash too
-    virtual void textChanged() = 0;
-    virtual void imageChanged() = 0;
+    virtual void changed() = 0;              ///< text or picture
 
     void assignKey(std::string key) { key_ = std::move(key); }
 
 private:
     template<class T>
     friend class ItemStore;
+    friend class ItemModel;
 
     // Small members side by side: the first one fits behind the reference count.
     quint32 place_ = 0; // in the store

@@ -1,7 +1,7 @@
 #include "controls/ItemView.h"
 
+#include "controls/ItemModel.h"
 #include "controls/KeyCodes.h"
-#include "controls/SleepingModel.h"
 #include "controls/Twips.h"
 
 #include <QHelpEvent>
@@ -29,24 +29,50 @@ ItemView::ItemView(QWidget* parent)
 
 ItemView::~ItemView() = default;
 
-void ItemView::setItems(SleepingModel& model) {
-    sleeper_ = &model;
+void ItemView::setItems(ItemModel& model) {
+    items_ = &model;
     setModel(&model);
 }
 
 void ItemView::dropItems() {
     setModel(nullptr);
-    sleeper_ = nullptr;
+    items_ = nullptr;
 }
 
 bool ItemView::awake() const {
-    return !sleeper_->asleep();
+    return !items_->asleep();
 }
 
 void ItemView::wake() {
-    if (!sleeper_ || awake()) return;
-    sleeper_->wake();
+    if (!items_ || awake()) return;
+    items_->wake();
     restore();
+    scrollToTarget();
+}
+
+void ItemView::scrollToItem(Item& item) {
+    scrollTarget_ = &item;
+    if (isVisible()) scrollToTarget();
+}
+
+void ItemView::scrollToTarget() {
+    const QModelIndex index = items_->indexOf(scrollTarget_.get());
+    scrollTarget_.reset();
+    if (index.isValid()) scrollTo(index);
+}
+
+void ItemView::setPictures(const ImageList* images) {
+    items_->setImageList(images);
+}
+
+void ItemView::setDropTarget(const Ref<Item>& item) {
+    dropTarget_ = item;
+    items_->setDropHighlight(item.get());
+}
+
+void ItemView::forget(const std::function<bool(const Item&)>& goes) {
+    if (dropTarget_ && goes(*dropTarget_)) setDropTarget(nullptr);
+    if (scrollTarget_ && goes(*scrollTarget_)) scrollTarget_.reset();
 }
 
 void ItemView::setMouseIcon(const QPixmap& picture) {
@@ -111,13 +137,13 @@ void ItemView::focusInEvent(QFocusEvent* event) {
 }
 
 void ItemView::showEvent(QShowEvent* event) {
-    sleeper_->setWatched(true);
+    items_->setWatched(true);
     wake();
     QTreeView::showEvent(event);
 }
 
 void ItemView::hideEvent(QHideEvent* event) {
-    if (sleeper_) sleeper_->setWatched(false);
+    if (items_) items_->setWatched(false);
     QTreeView::hideEvent(event);
 }
 

@@ -1,13 +1,17 @@
 #pragma once
 #include "base/types.h"
 #include "controls/ClickDetector.h"
+#include "controls/Item.h"
 
 #include <QPixmap>
 #include <QTreeView>
 
+#include <functional>
+
 namespace mkl {
 
-class SleepingModel;
+class ImageList;
+class ItemModel;
 
 /// What TreeView and ListView have in common: mouse, keyboard and focus events, and the pointer's picture.
 /// By-reference arguments pass through all handlers in turn (direct connections only).
@@ -21,6 +25,9 @@ public:
     /// The picture of the mouse pointer over the control; an empty one gives the usual pointer.
     QPixmap MouseIcon() const { return mouseIcon_; }
     void setMouseIcon(const QPixmap& picture);
+
+    /// Brings the item into view, at once or when the control shows again.
+    void scrollToItem(Item& item);
 
 Q_SIGNALS:
     void Click();
@@ -38,11 +45,17 @@ protected:
     virtual void restore() = 0;
 
     /// To be called once, by the constructor, with the model of the derived control.
-    void setItems(SleepingModel& model);
+    void setItems(ItemModel& model);
     /// Takes the model away; to be called by the destructor.
     void dropItems();
     /// Whether changes reach the screen at once.
     bool awake() const;
+
+    void setPictures(const ImageList* images);
+    const Ref<Item>& dropTarget() const { return dropTarget_; }
+    void setDropTarget(const Ref<Item>& item);
+    /// Drop mark and scroll target leave the items that the call names.
+    void forget(const std::function<bool(const Item&)>& goes);
     /// The index at a point of the control.
     QModelIndex indexAtTwips(Single x, Single y) const;
 
@@ -61,9 +74,12 @@ private:
     using MouseSignal = void (ItemView::*)(Integer&, Integer&, Single&, Single&);
     void raise(MouseSignal signal, const QMouseEvent& event, Qt::MouseButtons buttons);
     void wake();
+    void scrollToTarget();
     bool isCutShort(const QModelIndex& index) const;
 
-    SleepingModel* sleeper_ = nullptr;
+    ItemModel* items_ = nullptr;
+    Ref<Item> dropTarget_;
+    Ref<Item> scrollTarget_; // to be brought into view when the control shows again
     QPixmap mouseIcon_;
     ClickDetector clicks_;
 };

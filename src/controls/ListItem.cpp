@@ -15,7 +15,7 @@ void ListItem::setSubItems(Long column, const QString& text) {
     const auto at = static_cast<size_t>(column) - 1;
     if (at >= subItems_.size()) subItems_.resize(at + 1);
     subItems_[at] = text.toStdString();
-    textChanged();
+    changed();
 }
 
 void ListItem::setSelected(bool selected) {
@@ -27,7 +27,7 @@ Long ListItem::Index() const {
 }
 
 void ListItem::EnsureVisible() {
-    if (owner_) owner_->list_.ensureVisible(*this);
+    if (owner_) owner_->list_.scrollToItem(*this);
 }
 
 void ListItem::rekey(std::string key) {
@@ -37,12 +37,8 @@ void ListItem::rekey(std::string key) {
         assignKey(std::move(key));
 }
 
-void ListItem::textChanged() {
+void ListItem::changed() {
     if (owner_) owner_->list_.model_.itemChanged(*this);
-}
-
-void ListItem::imageChanged() {
-    textChanged();
 }
 
 QString ListItem::columnText(Long column) const {

@@ -1,11 +1,7 @@
 #include "controls/ListModel.h"
 
 #include "controls/ColumnHeaders.h"
-#include "controls/ImageList.h"
 #include "controls/ListItemCollection.h"
-
-#include <QApplication>
-#include <QPalette>
 
 namespace mkl {
 
@@ -33,15 +29,8 @@ int ListModel::columnCount(const QModelIndex& parent) const {
 QVariant ListModel::data(const QModelIndex& index, int role) const {
     const ListItem* const item = itemOf(index);
     if (!item) return {};
-    switch (role) {
-    case Qt::DisplayRole: return item->columnText(index.column());
-    case Qt::DecorationRole:
-        return images_ && index.column() == 0 ? QVariant(images_->picture(item->SmallIcon())) : QVariant();
-    case Qt::BackgroundRole: return item == dropHighlight_ ? QVariant(QApplication::palette().highlight()) : QVariant();
-    case Qt::ForegroundRole:
-        return item == dropHighlight_ ? QVariant(QApplication::palette().highlightedText()) : QVariant();
-    default: return {};
-    }
+    if (role == Qt::DisplayRole) return item->columnText(index.column());
+    return role == Qt::DecorationRole && index.column() > 0 ? QVariant() : appearance(*item, role);
 }
 
 QVariant ListModel::headerData(int section, Qt::Orientation orientation, int role) const {
@@ -53,37 +42,18 @@ ListItem* ListModel::itemOf(const QModelIndex& index) const {
     return static_cast<ListItem*>(index.internalPointer());
 }
 
-QModelIndex ListModel::indexOf(const ListItem* item) const {
-    if (asleep() || !item || item->Index() == 0) return {};
-    return createIndex(item->Index() - 1, 0, item);
-}
-
-void ListModel::setImageList(const ImageList* images) {
-    images_ = images;
-    Q_EMIT layoutAboutToBeChanged();
-    Q_EMIT layoutChanged();
-}
-
-void ListModel::setDropHighlight(const ListItem* item) {
-    const ListItem* const former = std::exchange(dropHighlight_, item);
-    for (const ListItem* changed : {former, item})
-        if (changed) itemChanged(*changed);
+QModelIndex ListModel::indexOf(const Item* item) const {
+    const auto* const row = static_cast<const ListItem*>(item);
+    if (asleep() || !row || row->Index() == 0) return {};
+    return createIndex(row->Index() - 1, 0, row);
 }
 
 void ListModel::beginInsert(int row) {
     if (listening()) beginInsertRows({}, row, row);
 }
 
-void ListModel::endInsert() {
-    if (!asleep()) endInsertRows();
-}
-
 void ListModel::beginRemove(const ListItem& item) {
     if (listening()) beginRemoveRows({}, item.Index() - 1, item.Index() - 1);
-}
-
-void ListModel::endRemove() {
-    if (!asleep()) endRemoveRows();
 }
 
 void ListModel::beginColumn(int column) {
@@ -92,11 +62,6 @@ void ListModel::beginColumn(int column) {
 
 void ListModel::endColumn() {
     endInsertColumns();
-}
-
-void ListModel::itemChanged(const ListItem& item) {
-    const QModelIndex first = indexOf(&item);
-    if (first.isValid()) Q_EMIT dataChanged(first, first.siblingAtColumn(columns_.Count() - 1));
 }
 
 void ListModel::columnChanged(int column) {

@@ -1,15 +1,14 @@
 #pragma once
+#include "controls/ItemModel.h"
 #include "controls/ListItem.h"
-#include "controls/SleepingModel.h"
 
 namespace mkl {
 
 class ColumnHeaderCollection;
-class ImageList;
 class ListItemCollection;
 
-/// The rows of a list as Qt's views read them. It stores nothing: the items are the rows.
-class ListModel final : public SleepingModel {
+/// The rows of a list as Qt's views read them.
+class ListModel final : public ItemModel {
     Q_OBJECT
 
 public:
@@ -25,30 +24,21 @@ public:
 
     /// The row of an index, null for the invalid one.
     ListItem* itemOf(const QModelIndex& index) const;
-    /// Invalid while the model sleeps and for an item without a place in the list.
-    QModelIndex indexOf(const ListItem* item) const;
+    QModelIndex indexOf(const Item* item) const override;
 
-    void setImageList(const ImageList* images);
-    void setDropHighlight(const ListItem* item);
-
-    /// Brackets around the changes of rows and columns, and the notice of a changed row.
+    /// Before the changes of rows, around and behind those of columns.
     void beginInsert(int row);
-    void endInsert();
     void beginRemove(const ListItem& item);
-    void endRemove();
     void beginColumn(int column);
     void endColumn();
-    void itemChanged(const ListItem& item);
     void columnChanged(int column);
-    /// Brackets around another order of the same rows.
+    /// Around another order of the same rows.
     void beginSort();
     void endSort();
 
 private:
     ListItemCollection& items_;
     ColumnHeaderCollection& columns_;
-    const ImageList* images_ = nullptr;
-    const ListItem* dropHighlight_ = nullptr;
 };
 
 } // namespace mkl

@@ -41,8 +41,7 @@ void ListView::setSelectedItem(const Ref<ListItem>& item) {
 
 void ListView::setDropHighlight(const Ref<ListItem>& item) {
     checkOwn(item);
-    dropHighlight_ = item;
-    model_.setDropHighlight(item.get());
+    setDropTarget(item);
 }
 
 Ref<ListItem> ListView::HitTest(Single x, Single y) const {
@@ -71,10 +70,6 @@ void ListView::sort() {
     if (awake()) model_.endSort();
 }
 
-void ListView::setSmallIcons(const ImageList* images) {
-    model_.setImageList(images);
-}
-
 void ListView::itemChosen(const QModelIndex& index) {
     const Ref<ListItem> item = model_.itemOf(index);
     Q_EMIT ItemClick(item.get());
@@ -89,7 +84,6 @@ void ListView::restore() {
     }
     selectionModel()->select(rows, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
     selectionModel()->setCurrentIndex(model_.indexOf(selectedItem_.get()), QItemSelectionModel::NoUpdate);
-    scrollToTarget();
 }
 
 void ListView::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
@@ -125,21 +119,9 @@ void ListView::clearSelected() {
         item->selected_ = false;
 }
 
-void ListView::ensureVisible(ListItem& item) {
-    scrollTarget_ = &item;
-    if (isVisible()) scrollToTarget();
-}
-
-void ListView::scrollToTarget() {
-    const QModelIndex index = model_.indexOf(scrollTarget_.get());
-    scrollTarget_.reset();
-    if (index.isValid()) scrollTo(index);
-}
-
 // The neighbour takes the focus, but does not become selected.
 void ListView::aboutToRemove(const ListItem& item) {
-    if (dropHighlight_.get() == &item) setDropHighlight(nullptr);
-    if (scrollTarget_.get() == &item) scrollTarget_.reset();
+    forget([&item](const Item& each) { return &each == &item; });
     if (selectedItem_.get() != &item) return;
     const Long index = item.Index();
     const Long heir = index < items_.Count() ? index + 1 : index - 1;
@@ -148,9 +130,8 @@ void ListView::aboutToRemove(const ListItem& item) {
 }
 
 void ListView::aboutToClear() {
-    setDropHighlight(nullptr);
+    forget([](const Item&) { return true; });
     selectedItem_.reset();
-    scrollTarget_.reset();
 }
 
 } // namespace mkl

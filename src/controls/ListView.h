@@ -6,8 +6,6 @@
 
 namespace mkl {
 
-class ImageList;
-
 /// A list of rows in columns (report view). Positions in twips, relative to the inside of the control.
 class ListView : public ItemView {
     Q_OBJECT
@@ -27,7 +25,7 @@ public:
     void setSelectedItem(const Ref<ListItem>& item);
 
     /// The row marked as the target of a drop, or none.
-    Ref<ListItem> DropHighlight() const { return dropHighlight_; }
+    Ref<ListItem> DropHighlight() const { return static_cast<ListItem*>(dropTarget().get()); }
     void setDropHighlight(const Ref<ListItem>& item);
 
     /// The row at that point, or none.
@@ -43,7 +41,7 @@ public:
     void setSortKey(Long column);
 
     /// The pictures of the rows; not owned.
-    void setSmallIcons(const ImageList* images);
+    void setSmallIcons(const ImageList* images) { setPictures(images); }
 
 Q_SIGNALS:
     /// The user pressed the left button on a row or moved to it by key. Never raised by code.
@@ -64,19 +62,15 @@ private:
 
     void select(ListItem& item, bool selected);
     void clearSelected();
-    void ensureVisible(ListItem& item);
     void aboutToRemove(const ListItem& item);
     void aboutToClear();
     void sort();
-    void scrollToTarget();
     void checkOwn(const Ref<ListItem>& item) const;
 
     ListItemCollection items_;
     ColumnHeaderCollection columns_;
     ListModel model_;
     Ref<ListItem> selectedItem_;
-    Ref<ListItem> dropHighlight_;
-    Ref<ListItem> scrollTarget_; // to be brought into view when the list shows again
     bool sorted_ = false;
     Long sortKey_ = 0;
 };

@@ -18,7 +18,10 @@ void Node::setSelected(bool selected) {
 }
 
 void Node::EnsureVisible() {
-    if (owner_) owner_->tree_.ensureVisible(*this);
+    if (!owner_) return;
+    const Ref<Node> alive(this);
+    owner_->tree_.expandAncestors(*this);
+    if (owner_) owner_->tree_.scrollToItem(*this);
 }
 
 Long Node::Index() const {
@@ -60,12 +63,8 @@ void Node::rekey(std::string key) {
         assignKey(std::move(key));
 }
 
-void Node::textChanged() {
-    if (owner_) owner_->tree_.model_.nodeChanged(*this, Qt::DisplayRole);
-}
-
-void Node::imageChanged() {
-    if (owner_) owner_->tree_.model_.nodeChanged(*this, Qt::DecorationRole);
+void Node::changed() {
+    if (owner_) owner_->tree_.model_.itemChanged(*this);
 }
 
 size_t Node::row() const {

@@ -40,8 +40,7 @@ public:
 
 protected:
     void rekey(std::string key) override;
-    void textChanged() override;
-    void imageChanged() override;
+    void changed() override;
 
 private:
     friend class NodeCollection;

@@ -21,18 +21,21 @@ TreeView::~TreeView() {
     dropItems();
 }
 
-void TreeView::setSelectedItem(const Ref<Node>& node) {
+void TreeView::checkOwn(const Ref<Node>& node) const {
     if (node && node->owner_ != &nodes_) throwError(err::ElementNotFound, {node->Key()});
+}
+
+void TreeView::setSelectedItem(const Ref<Node>& node) {
+    checkOwn(node);
     if (node) expandAncestors(*node);
     selected_ = node;
-    if (!isVisible()) scrollTarget_ = node;
     if (awake()) showSelection();
+    if (node) scrollToItem(*node);
 }
 
 void TreeView::setDropHighlight(const Ref<Node>& node) {
-    if (node && node->owner_ != &nodes_) throwError(err::ElementNotFound, {node->Key()});
-    dropHighlight_ = node;
-    model_.setDropHighlight(node.get());
+    checkOwn(node);
+    setDropTarget(node);
 }
 
 Ref<Node> TreeView::HitTest(Single x, Single y) const {
@@ -49,7 +52,6 @@ void TreeView::restore() {
     for (const Ref<Node>& node : nodes_)
         if (node->expanded_) expand(model_.indexOf(node.get()));
     showSelection();
-    scrollToTarget();
 }
 
 // What the user selects; what code selects has been noted before.
@@ -90,19 +92,6 @@ void TreeView::expandAncestors(const Node& node) {
         (*each)->setExpanded(true);
 }
 
-void TreeView::ensureVisible(Node& node) {
-    const Ref<Node> alive(&node);
-    expandAncestors(node);
-    scrollTarget_ = alive;
-    if (isVisible()) scrollToTarget();
-}
-
-void TreeView::scrollToTarget() {
-    const QModelIndex index = model_.indexOf(scrollTarget_.get());
-    scrollTarget_.reset();
-    if (index.isValid()) scrollTo(index);
-}
-
 void TreeView::showSelection() {
     const QScopedValueRollback<bool> guard(showing_, true);
     const QModelIndex index = model_.indexOf(selected_.get());
@@ -124,21 +113,21 @@ void TreeView::makeRoomFor(const Node& parent) {
 }
 
 void TreeView::aboutToRemove(const Node& node) {
-    const auto goes = [&](const Ref<Node>& each) { return each && (each.get() == &node || each->hangsBelow(node)); };
-    if (goes(dropHighlight_)) setDropHighlight(nullptr);
-    if (goes(selected_)) {
+    const auto goes = [&node](const Item& item) {
+        return &item == &node || static_cast<const Node&>(item).hangsBelow(node);
+    };
+    if (selected_ && goes(*selected_)) {
         Ref<Node> heir = node.Next();
         if (!heir) heir = node.Previous();
         if (!heir) heir = node.Parent();
         setSelectedItem(heir);
     }
-    if (goes(scrollTarget_)) scrollTarget_.reset();
+    forget(goes);
 }
 
 void TreeView::aboutToClear() {
-    setDropHighlight(nullptr);
     setSelectedItem(nullptr);
-    scrollTarget_.reset();
+    forget([](const Item&) { return true; });
     deepestLevel_ = 0;
     header()->setMinimumSectionSize(-1);
 }

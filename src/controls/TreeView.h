@@ -5,8 +5,6 @@
 
 namespace mkl {
 
-class ImageList;
-
 /// A tree of nodes with pictures. Positions in twips, relative to the inside of the control.
 class TreeView : public ItemView {
     Q_OBJECT
@@ -24,14 +22,14 @@ public:
     void setSelectedItem(const Ref<Node>& node);
 
     /// The node marked as the target of a drop, or none.
-    Ref<Node> DropHighlight() const { return dropHighlight_; }
+    Ref<Node> DropHighlight() const { return static_cast<Node*>(dropTarget().get()); }
     void setDropHighlight(const Ref<Node>& node);
 
     /// The node whose row is at that point, or none.
     Ref<Node> HitTest(Single x, Single y) const;
 
     /// The pictures of the nodes; not owned.
-    void setImageList(const ImageList* images) { model_.setImageList(images); }
+    void setImageList(const ImageList* images) { setPictures(images); }
 
 Q_SIGNALS:
     /// The user pressed the left button on a node or moved to it by key. Never raised by code.
@@ -51,23 +49,20 @@ private:
     friend class Node;
     friend class NodeCollection;
 
+    void checkOwn(const Ref<Node>& node) const;
     void setNodeExpanded(Node& node, bool expanded);
     void expansionChanged(Node& node, bool expanded);
     void expandAncestors(const Node& node);
-    void ensureVisible(Node& node);
     void aboutToRemove(const Node& node);
     void aboutToClear();
     void showSelection();
     void makeRoomFor(const Node& parent);
-    void scrollToTarget();
 
     NodeCollection nodes_;
     TreeModel model_;
     Ref<Node> selected_;
-    Ref<Node> dropHighlight_;
-    Ref<Node> scrollTarget_; // to be brought into view when the tree shows again
-    int deepestLevel_ = 0;   // of the children that were shown so far
-    bool showing_ = false;   // the view is being brought in line with the nodes
+    int deepestLevel_ = 0; // of the children that were shown so far
+    bool showing_ = false; // the view is being brought in line with the nodes
 };
 
 } // namespace mkl

@@ -20,8 +20,7 @@ public:
 
 protected:
     void rekey(std::string key) override { assignKey(std::move(key)); }
-    void textChanged() override {}
-    void imageChanged() override {}
+    void changed() override {}
 };
 
 class ItemStoreTest : public ::testing::Test {
