@@ -2,8 +2,10 @@
 // A host with a browser: its catalogue, the user's answers, the reported errors, the events in their order.
 #include "base/EventPump.h"
 #include "browser/ArtCatBrowser.h"
+#include "controls/ImageList.h"
 #include "controls/ListView.h"
 #include "controls/ProgressBar.h"
+#include "controls/Screen.h"
 #include "controls/StatusBar.h"
 #include "controls/TreeView.h"
 #include "core/RecordingErrorHandler.h"

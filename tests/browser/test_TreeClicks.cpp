@@ -69,10 +69,20 @@ TEST_F(TreeClicks, expandAndCollapseByKeySwitchTheFolder) {
     EXPECT_EQ(node(41)->Image(), u"OrdnerZuOn"_s);
 }
 
-TEST_F(TreeClicks, expandByMouseSwitchesTheFolder) {
-    const QRect row = rowOf(41);
-    QTest::mouseDClick(tree().viewport(), Qt::LeftButton, {}, row.center());
+TEST_F(TreeClicks, aDoubleClickSwitchesTheFolder) {
+    click(41);
+    QTest::mouseDClick(tree().viewport(), Qt::LeftButton, {}, rowOf(41).center());
+    EXPECT_TRUE(node(41)->Expanded());
     EXPECT_EQ(node(41)->Image(), u"OrdnerAufOn"_s);
+}
+
+TEST_F(TreeClicks, aClickOnTheSignBeforeTheNodeSwitchesTheFolder) {
+    const QRect row = rowOf(41);
+    const QPoint sign(row.left() - tree().indentation() / 2, row.center().y());
+    QTest::mouseClick(tree().viewport(), Qt::LeftButton, {}, sign);
+    EXPECT_EQ(node(41)->Image(), u"OrdnerAufOn"_s);
+    QTest::mouseClick(tree().viewport(), Qt::LeftButton, {}, sign);
+    EXPECT_EQ(node(41)->Image(), u"OrdnerZuOn"_s);
 }
 
 TEST_F(TreeClicks, theFolderKeepsTheNodesOwnState) {

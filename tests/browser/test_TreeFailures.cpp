@@ -1,3 +1,4 @@
+#include "base/Texts.h"
 #include "browser/BrowserHost.h"
 
 using namespace mkl;
@@ -184,7 +185,7 @@ TEST_F(DamagedCatalogue, answerNoToALaterQuestionStopsThere) {
 TEST_F(DamagedCatalogue, theListStaysAsItWasAfterNo) {
     addRoot(1, u"A"_s, 1);
     addRoot(1, u"B"_s, 2);
-    browser->ArticleListView()->ListItems().Add(u"A1"_s, u"001"_s);
+    browser->ArticleListView()->ListItems().Add({}, u"A1"_s, u"001"_s);
     user.answers = {vbNo};
     browser->Populate();
     EXPECT_EQ(browser->ArticleListView()->ListItems().Count(), 1);

@@ -16,9 +16,9 @@
 namespace mkl {
 
 struct CategoryRow {
-    Variant key;
-    Variant name;
-    Variant parent; ///< Null for a root
+    Variant key = {};
+    Variant name = {};
+    Variant parent = {}; ///< Null for a root
     Variant order = 1;
     Variant active = true;
     Variant sender = 1;
