@@ -43,7 +43,8 @@ ensure_packages() {
         }
         as_root=(sudo)
     fi
-    local install=(env DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-install-recommends "${missing[@]}")
+    local install=(env DEBIAN_FRONTEND=noninteractive apt-get install -y -q
+        -o Dpkg::Use-Pty=0 --no-install-recommends "${missing[@]}")
     if apt-get install -s -q --no-install-recommends "${missing[@]}" >/dev/null 2>&1; then
         "${as_root[@]}" "${install[@]}" && return 0
     fi
