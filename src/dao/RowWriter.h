@@ -26,6 +26,10 @@ public:
     /// 3346 wrong number of values, 3421 a value that does not fit its column.
     void append(std::span<const mkl::Variant> values);
 
+    /// Several rows in one statement, one behind the other: cheaper than row by row. All are stored or, on an error,
+    /// none. Blocks should be of one size, since each size is a statement of its own.
+    void appendBlock(std::span<const mkl::Variant> values);
+
 private:
     struct TargetColumn {
         QString name;
@@ -33,9 +37,13 @@ private:
         bool isKey; ///< of the primary key, and no counter fills it
     };
 
+    const QByteArray& statementFor(qsizetype rows);
+
     std::shared_ptr<Connection> connection_;
     std::vector<TargetColumn> columns_;
-    QByteArray native_;
+    QByteArray head_;   ///< of the statement, up to the values
+    QByteArray native_; ///< the whole of it, for blocks of blockRows_
+    qsizetype blockRows_ = 0;
 };
 
 } // namespace dao

@@ -46,7 +46,13 @@ void Workspace::Data::rollbackTo(int newDepth) {
 Workspace::Workspace()
     : d_(std::make_unique<Data>()) {}
 
-Workspace::~Workspace() = default;
+Workspace::~Workspace() {
+    try {
+        d_->rollbackTo(0);
+    } catch (const mkl::RunTimeError&) {
+        // The end of the connection undoes the transaction as well.
+    }
+}
 
 mkl::Ref<Database> Workspace::OpenDatabase(const QString& name, const OpenOptions& options) {
     return d_->adopt(name, openSqlite(name, options));

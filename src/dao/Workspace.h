@@ -15,7 +15,8 @@ struct OpenOptions {
     QByteArray vfs = {};                ///< file layer of the engine by name; empty for its default
 };
 
-/// Holds the transactions of the databases that were opened through it. BeginTrans nests.
+/// Holds the transactions of the databases that were opened through it. BeginTrans nests. What is not committed when
+/// the last reference to it goes is undone.
 class Workspace final : public mkl::RefCounted {
 public:
     Workspace();

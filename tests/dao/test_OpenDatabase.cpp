@@ -18,6 +18,22 @@ QByteArray manyRows() {
            "INSERT INTO T SELECT i, 'Zeile ' || i FROM n;";
 }
 
+/// Takes the right to write in a folder away for a while.
+class ReadOnlyFolder {
+public:
+    explicit ReadOnlyFolder(const QString& path)
+        : path_(path) {
+        QFile::setPermissions(path_, QFileDevice::ReadOwner | QFileDevice::ExeOwner);
+    }
+    ~ReadOnlyFolder() {
+        QFile::setPermissions(path_, QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+    }
+    bool holds() const { return !QFileInfo(path_).isWritable(); }
+
+private:
+    QString path_;
+};
+
 } // namespace
 
 TEST(OpenDatabase, NamesWhatIsWrongWithTheFile) {
@@ -95,12 +111,21 @@ TEST(OpenDatabase, AReadOnlyFileOpensReadOnly) {
 
 TEST(OpenDatabase, WriteAheadFileInAReadOnlyFolder) {
     const TempDatabase file("PRAGMA journal_mode = WAL;" + threeRows());
-    QFile::setPermissions(file.folder(), QFileDevice::ReadOwner | QFileDevice::ExeOwner);
-    if (QFileInfo(file.folder()).isWritable()) GTEST_SKIP() << "this user writes everywhere";
+    const ReadOnlyFolder folder(file.folder());
+    if (!folder.holds()) GTEST_SKIP() << "this user writes everywhere";
     const Ref<Database> database = DBEngine::CreateWorkspace()->OpenDatabase(file.path());
     EXPECT_FALSE(database->Updatable());
     EXPECT_EQ(database->OpenRecordset(u"T"_s)->RecordCount(), 3);
-    QFile::setPermissions(file.folder(), QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+}
+
+TEST(OpenDatabase, AHalfFinishedChangeInAReadOnlyFolder) {
+    const TempDatabase file("PRAGMA journal_mode = WAL;" + threeRows());
+    QFile journal(file.path() + u"-wal"_s);
+    ASSERT_TRUE(journal.open(QIODevice::WriteOnly));
+    journal.close();
+    const ReadOnlyFolder folder(file.folder());
+    if (!folder.holds()) GTEST_SKIP() << "this user writes everywhere";
+    EXPECT_EQ(errorOfOpening(file.path()), 3051);
 }
 
 TEST(OpenDatabase, NamesThatTheEngineWouldReadOtherwise) {

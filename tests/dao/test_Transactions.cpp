@@ -115,6 +115,17 @@ TEST(Transaction, EndsWithItsDatabase) {
     EXPECT_EQ(o.workspace->transactionDepth(), 0);
 }
 
+TEST(Transaction, EndsWithItsWorkspace) {
+    OpenedDatabase o(threeRows());
+    o.workspace->BeginTrans();
+    o.workspace->BeginTrans();
+    insert(o, 4);
+    o.workspace.reset();
+    EXPECT_EQ(seen(o), "1,2,3");
+    insert(o, 5);
+    EXPECT_EQ(stored(o), "1,2,3,5");
+}
+
 TEST(Transaction, TakesInWhatIsOpenedMeanwhile) {
     const OpenedDatabase first(threeRows());
     const TempDatabase other(threeRows());

@@ -26,7 +26,6 @@ void SqliteConnection::protect() {
     set(SQLITE_DBCONFIG_DQS_DML, 0);
     set(SQLITE_DBCONFIG_DQS_DDL, 0);
     set(SQLITE_DBCONFIG_ENABLE_QPSG, 1); // a cached statement is not planned anew for each value
-    sqlite3_limit(database, SQLITE_LIMIT_ATTACHED, 0);
 }
 
 void SqliteConnection::close() {

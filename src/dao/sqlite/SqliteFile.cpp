@@ -38,9 +38,11 @@ std::shared_ptr<Connection> connect(const QString& name, const QByteArray& path,
 }
 
 // A file in write-ahead mode needs a file beside it even for reading. In a folder that cannot be written (a CD, a
-// share) it can still be read as something that nobody changes, provided that no other program has it open.
+// share) it can still be read as something that nobody changes, provided that no program has it open or left it
+// behind in the middle of a change.
 bool mayReadAsImmutable(const QString& name) {
-    return !QFileInfo(QFileInfo(name).absolutePath()).isWritable() && !QFile::exists(name + u"-wal"_s);
+    const bool isSettled = !QFile::exists(name + u"-wal"_s) && !QFile::exists(name + u"-journal"_s);
+    return isSettled && !QFileInfo(QFileInfo(name).absolutePath()).isWritable();
 }
 
 std::shared_ptr<Connection> connectImmutable(const QString& name, const OpenOptions& options) {
@@ -53,7 +55,8 @@ std::shared_ptr<Connection> connectExisting(const QString& name, const OpenOptio
     try {
         return connect(name, nativePath(name), flags, options);
     } catch (const mkl::RunTimeError& error) {
-        if (error.number() != err::CannotOpenFile || !mayReadAsImmutable(name)) throw;
+        const bool lacksWriting = error.number() == err::CannotOpenFile || error.number() == err::ReadOnly;
+        if (!lacksWriting || !mayReadAsImmutable(name)) throw;
     }
     return connectImmutable(name, options);
 }
@@ -74,8 +77,9 @@ std::shared_ptr<Connection> openSqlite(const QString& name, const OpenOptions& o
     try {
         return connectExisting(name, options);
     } catch (const mkl::RunTimeError& error) {
-        if (error.number() != err::Locked) throw;
-        mkl::throwError(err::LockedExclusively, {name}, error.source());
+        if (error.number() == err::Locked) mkl::throwError(err::LockedExclusively, {name}, error.source());
+        if (error.number() == err::ReadOnly) mkl::throwError(err::CannotOpenFile, {name}, error.source());
+        throw;
     }
 }
 
