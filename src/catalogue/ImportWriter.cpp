@@ -8,7 +8,8 @@ namespace mkl {
 
 namespace {
 constexpr qint64 progressStep = 2048;
-}
+constexpr qint64 rowsPerBlock = 16;
+} // namespace
 
 ImportWriter::ImportWriter(dao::Database& database, const ImportOptions& options)
     : database_(database)
@@ -45,11 +46,19 @@ void ImportWriter::row(std::span<const Variant> values) {
         if (key.isNull()) refuse(refusal::NullKey, TextId::ImportNullKey, {counted.table});
         keys_.push_back(key.toLong());
     }
-    writer_->append(values);
-    if (++counted.rows % progressStep == 0) showProgress();
+    block_.insert(block_.end(), values.begin(), values.end());
+    ++counted.rows;
+    if (counted.rows % rowsPerBlock == 0) storeBlock();
+    if (counted.rows % progressStep == 0) showProgress();
+}
+
+void ImportWriter::storeBlock() {
+    if (!block_.empty()) writer_->appendBlock(block_);
+    block_.clear();
 }
 
 void ImportWriter::endTable() {
+    storeBlock();
     std::ranges::sort(keys_);
     const auto doubled = std::ranges::adjacent_find(keys_);
     if (doubled != keys_.end())

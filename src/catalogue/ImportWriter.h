@@ -22,6 +22,7 @@ public:
     const ImportReport& report() const { return report_; }
 
 private:
+    void storeBlock();
     void showProgress() const;
 
     dao::Database& database_;
@@ -30,6 +31,7 @@ private:
 
     // Of the table at hand:
     std::optional<dao::RowWriter> writer_;
+    std::vector<Variant> block_; ///< rows that wait for a block to be full, one behind the other
     qint64 expectedRows_ = -1;
     int keyPosition_ = -1;   ///< among the values of a row; -1 where the table has no key
     std::vector<Long> keys_; ///< compared at the end: the index that would refuse them is made after the rows

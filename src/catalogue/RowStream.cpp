@@ -14,20 +14,21 @@ namespace {
 constexpr char unknownTable = 'U', unknownColumn = 'u', tableBegin = 'T', tableRows = 'R', tableEnd = 'E',
                failure = 'F', streamEnd = 'Z';
 constexpr qsizetype headSize = 1 + sizeof(quint32);
-constexpr qsizetype rowBlock = 60000;
+constexpr std::size_t rowBlock = 60000;
 
 template<class T>
-void put(QByteArray& bytes, T value) {
+void put(std::string& bytes, T value) {
     static_assert(std::is_trivially_copyable_v<T>);
     bytes.append(reinterpret_cast<const char*>(&value), sizeof value);
 }
 
-void put(QByteArray& bytes, const QString& text) {
+void put(std::string& bytes, const QString& text) {
     put(bytes, static_cast<quint32>(text.size()));
-    bytes.append(reinterpret_cast<const char*>(text.constData()), text.size() * qsizetype(sizeof(QChar)));
+    bytes.append(reinterpret_cast<const char*>(text.constData()),
+                 static_cast<std::size_t>(text.size()) * sizeof(QChar));
 }
 
-void putValue(QByteArray& bytes, const Variant& value) {
+void putValue(std::string& bytes, const Variant& value) {
     put(bytes, value.type());
     switch (value.type()) {
     case Variant::Type::Null: break;
@@ -99,20 +100,20 @@ RowStreamWriter::RowStreamWriter(QIODevice& device)
     : device_(device) {}
 
 void RowStreamWriter::passOverTable(const QString& table) {
-    QByteArray content;
+    std::string content;
     put(content, table);
     writeFrame(unknownTable, content);
 }
 
 void RowStreamWriter::passOverColumn(const QString& table, const QString& column) {
-    QByteArray content;
+    std::string content;
     put(content, table);
     put(content, column);
     writeFrame(unknownColumn, content);
 }
 
 void RowStreamWriter::beginTable(int table, const QList<int>& columns, qint64 expectedRows) {
-    QByteArray content;
+    std::string content;
     put(content, static_cast<quint8>(table));
     put(content, expectedRows);
     for (const int column : columns)
@@ -132,7 +133,7 @@ void RowStreamWriter::endTable() {
 }
 
 void RowStreamWriter::fail(Long number, const QString& description) {
-    QByteArray content;
+    std::string content;
     put(content, number);
     put(content, description);
     writeFrame(failure, content);
@@ -143,14 +144,15 @@ void RowStreamWriter::finish() {
 }
 
 void RowStreamWriter::flushRows() {
-    if (!rows_.isEmpty()) writeFrame(tableRows, rows_);
-    rows_.resize(0);
+    if (!rows_.empty()) writeFrame(tableRows, rows_);
+    rows_.clear();
 }
 
-void RowStreamWriter::writeFrame(char kind, const QByteArray& content) {
-    QByteArray head(1, kind);
-    put(head, static_cast<quint32>(content.size()));
-    if (device_.write(head) < 0 || device_.write(content) < 0) broken();
+void RowStreamWriter::writeFrame(char kind, const std::string& content) {
+    std::string frame(1, kind);
+    put(frame, static_cast<quint32>(content.size()));
+    frame += content;
+    if (device_.write(frame.data(), static_cast<qint64>(frame.size())) < 0) broken();
 }
 
 RowStreamReader::RowStreamReader(RowSink& sink)

@@ -4,6 +4,7 @@
 #include "catalogue/RowSource.h"
 
 #include <QIODevice>
+#include <string>
 
 namespace mkl {
 
@@ -23,11 +24,11 @@ public:
     void finish();
 
 private:
-    void writeFrame(char kind, const QByteArray& content);
+    void writeFrame(char kind, const std::string& content);
     void flushRows();
 
     QIODevice& device_;
-    QByteArray rows_;
+    std::string rows_; ///< not QByteArray, which is slow to grow by a few bytes
 };
 
 /// Takes the bytes as they come and hands the rows to a sink. Bytes that are no such stream are error 3049.

@@ -89,6 +89,19 @@ TEST(RowWriter, AppendsRows) {
               "1000|-500|2001-05-01 12:00:00");
 }
 
+TEST(RowWriter, ABlockIsStoredWholeOrNotAtAll) {
+    const OpenedDatabase o("CREATE TABLE T (Nr INTEGER PRIMARY KEY, Name TEXT);");
+    RowWriter writer = o.database->appendRows(u"T"_s, {u"Nr"_s, u"Name"_s});
+    const Variant rows[] = {Variant(1), Variant(u"a"_s), Variant(2), Variant(), Variant(3), Variant(u"c"_s)};
+    writer.appendBlock(rows);
+    EXPECT_EQ(o.file.one("SELECT sum(Nr) || count(Name) FROM T"), "62");
+    const Variant doubled[] = {Variant(4), Variant(), Variant(3), Variant()};
+    EXPECT_EQ(errorOf([&] { writer.appendBlock(doubled); }), 3022);
+    EXPECT_EQ(errorOf([&] { writer.appendBlock(std::span(rows).first(3)); }), 3346);
+    EXPECT_EQ(errorOf([&] { writer.appendBlock({}); }), 3346);
+    EXPECT_EQ(o.file.one("SELECT count(*) FROM T"), "3");
+}
+
 TEST(RowWriter, Errors) {
     const OpenedDatabase o(
         "CREATE TABLE T (Nr INTEGER PRIMARY KEY, Name TEXT NOT NULL); INSERT INTO T VALUES (1, 'x');");

@@ -11,30 +11,31 @@ QChar unitAt(QByteArrayView bytes, qsizetype at) {
 
 std::optional<QString> decodePlain(QByteArrayView bytes) {
     if (bytes.size() % 2 != 0) return {};
-    QString text;
-    text.reserve(bytes.size() / 2);
+    QString text(bytes.size() / 2, Qt::Uninitialized);
+    QChar* end = text.data();
     for (qsizetype at = 0; at < bytes.size(); at += 2)
-        text += unitAt(bytes, at);
+        *end++ = unitAt(bytes, at);
     return text;
 }
 
 std::optional<QString> decodeCompressed(QByteArrayView bytes) {
-    QString text;
-    text.reserve(bytes.size());
+    QString text(bytes.size(), Qt::Uninitialized);
+    QChar* end = text.data();
     bool latin1 = true;
     for (qsizetype at = 0; at < bytes.size();) {
         if (bytes[at] == '\0') {
             latin1 = !latin1;
             ++at;
         } else if (latin1) {
-            text += QLatin1Char(bytes[at++]);
+            *end++ = QLatin1Char(bytes[at++]);
         } else if (at + 1 < bytes.size()) {
-            text += unitAt(bytes, at);
+            *end++ = unitAt(bytes, at);
             at += 2;
         } else {
             return {};
         }
     }
+    text.truncate(end - text.data());
     return text;
 }
 
