@@ -28,8 +28,7 @@ class EdgeRow final : public Accumulator {
 public:
     void add(Arguments arguments) override {
         const Arguments keys = arguments.subspan(1);
-        const bool better = last ? !precedes(keys, keys_) : precedes(keys, keys_);
-        if (any_ && !better) return;
+        if (any_ && precedes(keys, keys_) == last) return;
         any_ = true;
         value_ = arguments[0];
         keys_.assign(keys.begin(), keys.end());
