@@ -39,7 +39,7 @@ Q_SIGNALS:
     void MouseUp(mkl::Integer& Button, mkl::Integer& Shift, mkl::Single& X, mkl::Single& Y);
 
 protected:
-    /// The user pressed the left button on an item, or moved to another item by key.
+    /// The user pressed a mouse button on an item, or moved to another item by key.
     virtual void itemChosen(const QModelIndex& index) = 0;
     /// The model was reset: show again what the items know and the view has forgotten.
     virtual void restore() = 0;

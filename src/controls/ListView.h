@@ -44,7 +44,7 @@ public:
     void setSmallIcons(const ImageList* images) { setPictures(images); }
 
 Q_SIGNALS:
-    /// The user pressed the left button on a row or moved to it by key. Never raised by code.
+    /// The user pressed a mouse button on a row or moved to it by key. Never raised by code.
     void ItemClick(mkl::ListItem* Item);
     void ColumnClick(mkl::ColumnHeader* ColumnHeader);
 

@@ -26,8 +26,9 @@ void ProgressBar::setValue(Long value) {
 }
 
 void ProgressBar::refresh() {
-    // A range of nothing would show Qt's busy indicator.
-    setRange(min_, std::max(min_ + 1, max_));
+    // The range from 0 to 0 would show Qt's busy indicator.
+    const bool nothing = min_ == 0 && max_ <= 0;
+    setRange(min_, nothing ? 1 : std::max(min_, max_));
     QProgressBar::setValue(value_);
 }
 

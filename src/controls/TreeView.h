@@ -32,7 +32,7 @@ public:
     void setImageList(const ImageList* images) { setPictures(images); }
 
 Q_SIGNALS:
-    /// The user pressed the left button on a node or moved to it by key. Never raised by code.
+    /// The user pressed a mouse button on a node or moved to it by key. Never raised by code.
     void NodeClick(mkl::Node* Node);
     /// By the user or by code, after the fact. A collapse that hides the selected node selects the collapsed one
     /// first.
