@@ -27,7 +27,8 @@ public:
     bool Updatable() const;
 
     /// source is a table name (bare, blanks and slashes allowed) or a SELECT; type one of dbOpen…, 0 for the
-    /// default (table for a table name, otherwise dynaset).
+    /// default (table for a table name, otherwise dynaset). 3078 unknown table, 3251 for a type that the source
+    /// does not offer, 3219 for an action query; otherwise the errors of the dialect.
     mkl::Ref<Recordset> OpenRecordset(const QString& source, Long type = 0);
     /// Runs an action query. options: 0 or dbFailOnError.
     void Execute(const QString& sql, Long options = 0);

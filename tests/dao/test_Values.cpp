@@ -96,6 +96,13 @@ TEST(Values, WholeNumbersOfForeignFilesAreNeverWrapped) {
     EXPECT_EQ(rows->value(1), Variant(u"9223372036854775807"_s));
 }
 
+TEST(Values, AFileInUtf16ReadsLikeAnyOther) {
+    const OpenedDatabase o("PRAGMA encoding = 'UTF-16';" + allTypes() +
+                           "INSERT INTO T (Nr, Name) VALUES (1, 'Äpfel'), (2, 'Straße');");
+    EXPECT_EQ(o.all(u"SELECT Name FROM T ORDER BY Name"_s), (QStringList{u"Äpfel"_s, u"Straße"_s}));
+    EXPECT_EQ(o.one(u"SELECT Nr FROM T WHERE UCase(Name) = 'STRASSE'"_s), Variant(2));
+}
+
 TEST(Values, BrokenTexts) {
     const OpenedDatabase o(allTypes() + "INSERT INTO T (Nr, Name) VALUES (1, CAST(x'61ff7a' AS TEXT)),"
                                         "(2, 'a' || char(0) || 'b'), (3, CAST(x'eda0' AS TEXT));");
