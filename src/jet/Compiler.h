@@ -14,7 +14,8 @@ class Target;
 Plan compileStatement(QStringView text, const Schema& schema, const Target& target);
 
 /// Reads a criterion alone, up to the end of the text, without binding its names. Raises 3075 for a
-/// text that is no expression (a second statement, a stray parenthesis, a placeholder left in).
+/// text that is no expression (a second statement, a stray parenthesis, a placeholder left in), 3126 for a bad bracket,
+/// 3360 for one nested too deeply.
 void checkCriterion(QStringView text);
 
 } // namespace jet

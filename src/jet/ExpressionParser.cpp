@@ -104,7 +104,7 @@ int ExpressionParser::infixPower() const {
 
 ExpressionPtr ExpressionParser::parse(int power) {
     const TokenStream::Level level(tokens_);
-    const Token first = tokens_.peek();
+    const Token& first = tokens_.peek();
     ExpressionPtr left = parsePrefix();
     while (infixPower() > power)
         left = parseInfix(std::move(left), first);
@@ -112,7 +112,7 @@ ExpressionPtr ExpressionParser::parse(int power) {
 }
 
 ExpressionPtr ExpressionParser::parsePrefix() {
-    const Token first = tokens_.peek();
+    const Token& first = tokens_.peek();
     if (first.is(u'-')) return parseMinus();
     if (tokens_.accept(u'+')) return parse(SignPower);
     if (tokens_.accept(Keyword::Not)) {
@@ -158,9 +158,8 @@ ExpressionPtr ExpressionParser::parseConstant(mkl::Variant value) {
 }
 
 ExpressionPtr ExpressionParser::parseLiteral(bool negated, const Token& first) {
-    const Token begin = first;
     const Token token = tokens_.take();
-    return make(Literal{token.literal, literalValue(token), negated}, begin);
+    return make(Literal{token.literal, literalValue(token), negated}, first);
 }
 
 ExpressionPtr ExpressionParser::parseParenthesis() {
@@ -171,7 +170,7 @@ ExpressionPtr ExpressionParser::parseParenthesis() {
 }
 
 ExpressionPtr ExpressionParser::parseName() {
-    const Token first = tokens_.peek();
+    const Token& first = tokens_.peek();
     const Token& next = tokens_.peek(1);
     const bool qualified = next.is(u'.') || next.is(u'!');
     const bool isName = first.kind == TokenKind::Word || first.kind == TokenKind::Bracketed;
@@ -204,20 +203,18 @@ ExpressionPtr ExpressionParser::parseCall() {
 }
 
 ExpressionPtr ExpressionParser::parseInfix(ExpressionPtr left, const Token& first) {
-    const Token begin = first;
-    const Token operatorToken = tokens_.peek();
-    switch (operatorToken.keyword) {
-    case Keyword::Or: return parseJunction(std::move(left), begin, OrPower);
-    case Keyword::And: return parseJunction(std::move(left), begin, AndPower);
-    case Keyword::Is: return parseIs(std::move(left), begin);
-    case Keyword::In: return parseIn(std::move(left), begin);
-    case Keyword::Between: return parseBetween(std::move(left), begin);
+    switch (tokens_.peek().keyword) {
+    case Keyword::Or: return parseJunction(std::move(left), first, OrPower);
+    case Keyword::And: return parseJunction(std::move(left), first, AndPower);
+    case Keyword::Is: return parseIs(std::move(left), first);
+    case Keyword::In: return parseIn(std::move(left), first);
+    case Keyword::Between: return parseBetween(std::move(left), first);
     case Keyword::Not: {
         tokens_.take();
-        ExpressionPtr positive = parseInfix(std::move(left), begin);
-        return make(Not{std::move(positive)}, begin);
+        ExpressionPtr positive = parseInfix(std::move(left), first);
+        return make(Not{std::move(positive)}, first);
     }
-    default: return parseBinary(std::move(left), begin);
+    default: return parseBinary(std::move(left), first);
     }
 }
 

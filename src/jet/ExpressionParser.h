@@ -18,8 +18,6 @@ public:
     ExpressionPtr parseName();
 
 private:
-    struct Infix;
-
     ExpressionPtr parse(int power);
     ExpressionPtr parseOperand();
     ExpressionPtr parsePrefix();

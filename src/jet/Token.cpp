@@ -53,7 +53,6 @@ constexpr std::array entries = {
     Entry{u"SELECT", Keyword::Select},
     Entry{u"SET", Keyword::Set},
     Entry{u"TOP", Keyword::Top},
-    Entry{u"TRANSFORM", Keyword::Transform},
     Entry{u"TRUE", Keyword::True},
     Entry{u"UNION", Keyword::Union},
     Entry{u"UPDATE", Keyword::Update},

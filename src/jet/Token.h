@@ -50,7 +50,6 @@ enum class Keyword : quint8 {
     Select,
     Set,
     Top,
-    Transform,
     True,
     Union,
     Update,

@@ -15,6 +15,7 @@ public:
     /// Cuts the whole text, which must outlive the stream.
     explicit TokenStream(QStringView text);
 
+    /// The reference holds as long as the stream.
     const Token& peek(qsizetype ahead = 0) const;
     Token take();
 
