@@ -22,7 +22,7 @@ struct ImportOptions {
     /// Called now and then with the table, its rows so far and the expected number (-1 if unknown); false cancels.
     std::function<bool(const QString& table, qint64 rows, qint64 expected)> progress;
     /// How long the reader of an .mdb may show no sign of life before the file counts as damaged.
-    int silenceMilliseconds = 30000;
+    int silenceMilliseconds = 15000;
 };
 
 /// Takes a catalogue over from an .mdb or .accdb file or from a folder of CSV files. The target is a new file or an

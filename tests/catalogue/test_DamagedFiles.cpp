@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int patience = 20000;
+constexpr int patience = 15000;
 constexpr qsizetype pageSize = 4096;
 
 QByteArray smallCatalogue() {

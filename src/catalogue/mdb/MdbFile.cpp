@@ -14,6 +14,10 @@ namespace {
 constexpr qint64 pageSizeUntil97 = 2048, pageSize = 4096;
 constexpr qsizetype versionOffset = 0x14;
 constexpr int newestVersion = MDB_VER_ACCDB_2019;
+constexpr quint32 listPage = 2; ///< head of the table of all objects
+constexpr quint32 pageOfId = 0x00FFFFFF;
+constexpr Long kindOfType = 0x7F;
+constexpr quint32 systemFlags = 0x80000002;
 
 } // namespace
 
@@ -23,7 +27,7 @@ MdbFile::MdbFile(const QString& path)
     handle_.reset(mdb_open(QFile::encodeName(path).constData(), MDB_NOFLAGS));
     if (!handle_) refuse(refusal::ForeignFile, TextId::ImportForeignFile, {path});
     checkEnd();
-    readCatalog();
+    readList();
 }
 
 qint64 MdbFile::checkedSize(const QString& path) {
@@ -63,31 +67,44 @@ void MdbFile::checkEnd() const {
             refuse(refusal::Damaged, TextId::ImportTruncated, {path_});
 }
 
-void MdbFile::readCatalog() {
-    if (!mdb_read_catalog(handle_.get(), MDB_ANY))
-        refuse(refusal::Damaged, TextId::ImportDamaged, {path_, text(TextId::ImportNoCatalogue)});
+void MdbFile::refuseList() const {
+    refuse(refusal::Damaged, TextId::ImportDamaged, {path_, text(TextId::ImportNoCatalogue)});
 }
 
-QList<MdbCatalogEntry*> MdbFile::tables() const {
-    QList<MdbCatalogEntry*> entries;
-    for (guint i = 0; i < handle_->catalog->len; ++i) {
-        auto* entry = static_cast<MdbCatalogEntry*>(g_ptr_array_index(handle_->catalog, i));
-        if (mdb_is_user_table(entry)) entries.append(entry);
+// Not mdb_read_catalog: it also takes the properties of all objects apart, where damage can keep it busy for ever.
+void MdbFile::readList() {
+    MdbTable list(*handle_, listPage);
+    if (!list.isReadable()) refuseList();
+    const QStringList columns = list.columnNames();
+    const auto column = [&](const QString& name, Variant::Type type) {
+        const auto index = static_cast<int>(columns.indexOf(name));
+        if (index < 0 || !list.fits(index, type)) refuseList();
+        return index;
+    };
+    const int id = column(u"Id"_s, Variant::Type::Int), type = column(u"Type"_s, Variant::Type::Int);
+    const int flags = column(u"Flags"_s, Variant::Type::Int), name = column(u"Name"_s, Variant::Type::Text);
+    for (qint64 rows = 0; rows < list.declaredRows() && list.fetch(); ++rows) {
+        const auto valueOf = [&](int index, Variant::Type valueType) {
+            const auto value = list.isRowSound() ? list.value(index, valueType) : std::nullopt;
+            if (!value) refuseList();
+            return *value;
+        };
+        const Variant object = valueOf(name, Variant::Type::Text), kind = valueOf(type, Variant::Type::Int);
+        const Variant place = valueOf(id, Variant::Type::Int), marks = valueOf(flags, Variant::Type::Int);
+        if (object.isNull() || kind.isNull() || place.isNull()) continue;
+        addObject(object.toText(), place.toLong(), kind.toLong(), marks.isNull() ? 0 : marks.toLong());
     }
-    return entries;
 }
 
-QStringList MdbFile::linkedTables() const {
-    QStringList names;
-    for (guint i = 0; i < handle_->catalog->len; ++i) {
-        const auto* entry = static_cast<const MdbCatalogEntry*>(g_ptr_array_index(handle_->catalog, i));
-        if (entry->object_type == MDB_LINKED_TABLE) names.append(nameOf(*entry));
-    }
-    return names;
+void MdbFile::addObject(const QString& name, Long id, Long type, Long flags) {
+    if ((type & kindOfType) == MDB_LINKED_TABLE) linkedTables_.append(name);
+    if ((type & kindOfType) != MDB_TABLE || (static_cast<quint32>(flags) & systemFlags) != 0) return;
+    tableNames_.append(name);
+    tablePages_.append(static_cast<quint32>(id) & pageOfId);
 }
 
-QString MdbFile::nameOf(const MdbCatalogEntry& entry) {
-    return QString::fromUtf8(entry.object_name);
+MdbTable MdbFile::openTable(qsizetype index) const {
+    return MdbTable(*handle_, tablePages_[index]);
 }
 
 } // namespace mkl

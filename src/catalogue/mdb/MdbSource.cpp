@@ -29,14 +29,10 @@ void MdbSource::refuseDamage(const QString& detail) const {
 
 void MdbSource::readInto(RowSink& sink) {
     const MdbFile file(path_);
-    const QList<MdbCatalogEntry*> entries = file.tables();
-    QStringList names;
-    for (const MdbCatalogEntry* entry : entries)
-        names.append(MdbFile::nameOf(*entry));
-    refuseLinked(file.linkedTables(), names);
-    const QList<int> positions = matchTables(names, sink);
+    refuseLinked(file.linkedTables(), file.tableNames());
+    const QList<int> positions = matchTables(file.tableNames(), sink);
     for (int table = 0; table < positions.size(); ++table) {
-        MdbTable source(*entries[positions[table]]);
+        MdbTable source = file.openTable(positions[table]);
         if (!source.isReadable()) refuseDamage(text(TextId::ImportTableHead, {catalogueTables()[table].name}));
         readTable(table, source, sink, file.pages() * rowsPerPage);
     }

@@ -60,9 +60,13 @@ std::optional<Variant> dateOf(QByteArrayView bytes) {
 
 } // namespace
 
-MdbTable::MdbTable(MdbCatalogEntry& entry)
-    : handle_(entry.mdb)
-    , table_(mdb_read_table(&entry)) {
+MdbTable::MdbTable(MdbHandle& handle, quint32 page)
+    : handle_(&handle)
+    , entry_(std::make_unique<MdbCatalogEntry>()) {
+    entry_->mdb = handle_;
+    entry_->object_type = MDB_TABLE;
+    entry_->table_pg = page;
+    table_.reset(mdb_read_table(entry_.get()));
     if (!table_ || table_->num_cols == 0 || table_->num_cols > MDB_MAX_COLS) return;
     mostColumns_ = mdb_get_int16(handle_->pg_buf, handle_->fmt->tab_num_cols_offset - 4); // still the page of the head
     if (!mdb_read_columns(table_.get()) || table_->columns->len != table_->num_cols) return;

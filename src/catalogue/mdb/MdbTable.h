@@ -13,8 +13,8 @@ namespace mkl {
 
 class MdbTable {
 public:
-    /// Reads the head; isReadable() tells whether that went well.
-    explicit MdbTable(MdbCatalogEntry& entry);
+    /// Reads the head, which stands on that page; isReadable() tells whether that went well.
+    MdbTable(MdbHandle& handle, quint32 page);
 
     bool isReadable() const { return readable_; }
     QStringList columnNames() const;
@@ -44,6 +44,7 @@ private:
     std::optional<Variant> textOf(QByteArrayView bytes) const;
 
     MdbHandle* handle_;
+    std::unique_ptr<MdbCatalogEntry> entry_; ///< the library's own idea of where the table is; it keeps a pointer
     std::unique_ptr<MdbTableDef, TableDeleter> table_;
     bool readable_ = false;
     int mostColumns_ = 0; ///< that a row can have, deleted ones included
