@@ -1,5 +1,6 @@
 #pragma once
 // The hub of the browser: it owns the state, the constituent controls and the rooms, which know each other through it.
+#include "browser/ArticlePanes.h"
 #include "browser/BrowserState.h"
 #include "browser/BrowserUi.h"
 #include "browser/CategoryTree.h"
@@ -38,6 +39,7 @@ public:
     Ref<FunctionLibrary> functionLibrary;
     std::unique_ptr<Finder> m_Finder;
 
+    const std::unique_ptr<ArticlePanes> articlePanes;
     const std::unique_ptr<CategoryTree> categoryTree;
     const std::unique_ptr<HelpSettings> helpSettings;
     const std::unique_ptr<PaneLayout> paneLayout;

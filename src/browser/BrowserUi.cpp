@@ -54,11 +54,10 @@ BrowserUi::BrowserUi(UserControl& face)
 }
 
 void BrowserUi::addColumns(const UserControl& face) {
-    const Single iconRoom = screen().TwipsPerPixelX() * 16;
-    addColumn(*LV, face, TextId::BrowserColumnPosition, iconRoom);
+    addColumn(*LV, face, TextId::BrowserColumnPosition, iconRoom());
     addColumn(*LV, face, TextId::BrowserColumnArticleNumber);
     addColumn(*LV, face, TextId::BrowserColumnArticleName);
-    addColumn(*LVArt, face, TextId::BrowserColumnArticleNumber, iconRoom);
+    addColumn(*LVArt, face, TextId::BrowserColumnArticleNumber, iconRoom());
     addColumn(*LVArt, face, TextId::BrowserColumnArticleName);
 }
 
@@ -66,6 +65,10 @@ void BrowserUi::addPanels() {
     for (const QString& pane : {u"LVArt"_s, u"TV"_s, u"LV"_s})
         SB->addPanel(pane);
     SB->resize(SB->sizeHint());
+}
+
+Single iconRoom() {
+    return 16 * screen().TwipsPerPixelX();
 }
 
 } // namespace mkl

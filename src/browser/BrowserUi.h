@@ -31,4 +31,7 @@ private:
     void addPanels();
 };
 
+/// Width in twips of an icon in front of a text.
+Single iconRoom();
+
 } // namespace mkl

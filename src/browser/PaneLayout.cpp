@@ -56,6 +56,8 @@ void PaneLayout::place() {
     placeWidget(*ui.SB, {0, roundToLong(width)}, paneHeight, Height(*ui.SB));
     ui.SB->Panels(u"LVArt"_s).setWidth(static_cast<Single>(spans.pool.width));
     ui.SB->Panels(u"TV"_s).setWidth(static_cast<Single>(spans.tree.width));
+
+    if (hub_.face.UserMode()) hub_.articlePanes->AdjustColumnWidths();
 }
 
 } // namespace mkl

@@ -34,6 +34,8 @@ Long Population::populate() {
     state.ArtKatTable->setIndex(u"ArtKatID"_s);
     // 3., 4.
     state.ArticleNumberPattern = numberPattern(Article_MaxNo());
+    // 5.
+    hub_.articlePanes->AdjustColumnWidths();
     // 7.
     if (!hub_.progressDisplay->ShowProgress(text(TextId::BrowserReadingCategories))) return 0;
     return hub_.categoryTree->X_PopulateTV(false);

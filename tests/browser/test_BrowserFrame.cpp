@@ -92,6 +92,37 @@ TEST_F(BrowserFrame, theListsHaveTheirColumns) {
     EXPECT_TRUE(browser->ArticleListView()->MultiSelect());
 }
 
+TEST_F(BrowserFrame, columnsFitTheLongestNumberAndFillTheirPane) {
+    const ListView& pool = *browser->ArticlePoolListView();
+    const ListView& list = *browser->ArticleListView();
+    const Single before = pool.ColumnHeaders().Item(1)->Width();
+    EXPECT_EQ(before, 16 * screen().TwipsPerPixelX() + browser->TextWidth(u"Art-Nr."_s));
+    catalogue.addArticle(4711, u"Linse"_s);
+    browser->Populate();
+    const Single number = 16 * screen().TwipsPerPixelX() + browser->TextWidth(u"00000"_s) + 100;
+    EXPECT_EQ(pool.ColumnHeaders().Item(1)->Width(), number);
+    EXPECT_EQ(list.ColumnHeaders().Item(2)->Width(), number);
+    EXPECT_EQ(list.ColumnHeaders().Item(1)->Width(),
+              16 * screen().TwipsPerPixelX() + browser->TextWidth(u"000"_s) + 100);
+    const auto unused = [](const ListView& view) {
+        Single rest = Width(view);
+        for (const Ref<ColumnHeader>& column : view.ColumnHeaders())
+            rest -= column->Width();
+        return rest;
+    };
+    const Single reserve = unused(pool);
+    EXPECT_GT(reserve, 100);
+    browser->resize(1200, 500);
+    EXPECT_FLOAT_EQ(unused(pool), reserve);
+    EXPECT_FLOAT_EQ(unused(list), reserve);
+}
+
+TEST_F(BrowserFrame, anEmptyCatalogueHasTheShortestNumbers) {
+    browser->Populate();
+    EXPECT_EQ(browser->ArticlePoolListView()->ColumnHeaders().Item(1)->Width(),
+              16 * screen().TwipsPerPixelX() + browser->TextWidth(u"00"_s) + 100);
+}
+
 TEST_F(BrowserFrame, panesFillTheControlAboveTheStatusBar) {
     browser->show();
     const Single statusHeight = Height(constituent<StatusBar>(u"SB"_s));
