@@ -5,6 +5,7 @@
 
 #include <QIODevice>
 #include <string>
+#include <vector>
 
 namespace mkl {
 
