@@ -22,6 +22,8 @@ done
 DISPLAY=:$(cat "$XDG_RUNTIME_DIR/display")
 export DISPLAY QT_QPA_PLATFORM=xcb
 unset WAYLAND_DISPLAY
+LSAN_OPTIONS=suppressions=$(dirname "${BASH_SOURCE[0]}")/leaks.supp:print_suppressions=0
+export LSAN_OPTIONS
 openbox >"$XDG_RUNTIME_DIR/openbox.log" 2>&1 &
 children+=($!)
 for _ in $(seq 300); do
