@@ -23,14 +23,14 @@ QString sourceFile() {
     return QDir::cleanPath(folder + u"/more/catalogue-200000.mdb"_s);
 }
 
-void fetchTable(MdbHandle* mdb, const char* name) {
-    MdbTableDef* table = mdb_read_table_by_name(mdb, const_cast<char*>(name), MDB_TABLE);
+void fetchTable(MdbCatalogEntry* entry) {
+    MdbTableDef* table = mdb_read_table(entry);
     if (!table) throw std::runtime_error("table not readable");
     mdb_read_columns(table);
     std::vector<std::vector<char>> buffers(table->num_cols);
     std::vector<int> lengths(table->num_cols);
     for (unsigned column = 0; column < table->num_cols; ++column) {
-        buffers[column].resize(mdb->bind_size);
+        buffers[column].resize(entry->mdb->bind_size);
         mdb_bind_column(table, int(column) + 1, buffers[column].data(), &lengths[column]);
     }
     mdb_rewind_table(table);
@@ -44,7 +44,7 @@ void fetchAll(const QString& file) {
     if (!mdb || !mdb_read_catalog(mdb, MDB_TABLE)) throw std::runtime_error("file not readable");
     for (guint entry = 0; entry < mdb->catalog->len; ++entry) {
         auto* found = static_cast<MdbCatalogEntry*>(g_ptr_array_index(mdb->catalog, entry));
-        if (found->object_type == MDB_TABLE && mdb_is_user_table(found)) fetchTable(mdb, found->object_name);
+        if (found->object_type == MDB_TABLE && mdb_is_user_table(found)) fetchTable(found);
     }
     mdb_close(mdb);
 }
