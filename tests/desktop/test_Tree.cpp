@@ -10,7 +10,6 @@
 #include <QApplication>
 #include <QMenu>
 #include <QSettings>
-#include <QTest>
 
 using namespace Qt::StringLiterals;
 using namespace mkl;
@@ -23,7 +22,11 @@ protected:
     void SetUp() override {
         QApplication::setDoubleClickInterval(1); // two clicks of a test stay two
         window_.show();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&window_, 30000));
+        // A window manager that has just started may leave the first window without focus unasked.
+        ASSERT_TRUE(waitUntil([this] {
+            window_.activateWindow();
+            return window_.isActiveWindow();
+        }));
         ASSERT_TRUE(window_.showFile(folder_.demo(u"Werkzeug.sqlite"_s, 60)));
         tree_ = window_.browser()->CategoryTreeView();
         QObject::connect(window_.browser(), &ArtCatBrowser::ItemSelected, &window_,
