@@ -22,6 +22,9 @@ function(mkl_add_test_program name)
   add_executable(test_${name} ${ARG_SOURCES})
   set_target_properties(test_${name} PROPERTIES AUTOMOC ON)
   target_include_directories(test_${name} PRIVATE "${CMAKE_SOURCE_DIR}/tests")
+  if(MKL_SANITIZE)
+    target_compile_options(test_${name} PRIVATE -O0) # the tests' own code is long to compile and quick to run
+  endif()
   target_compile_definitions(test_${name} PRIVATE MKL_SOURCE_DIR="${CMAKE_SOURCE_DIR}"
                                                   MKL_BIN_DIR="${CMAKE_RUNTIME_OUTPUT_DIRECTORY}")
   target_link_libraries(test_${name} PRIVATE ${ARG_LINKS} mkl_test_support GTest::gtest GTest::gmock)
