@@ -29,13 +29,13 @@ mkl::Variant Field::Value() const {
     return recordset_->value(ordinal_);
 }
 
-void Field::setValue(const mkl::Variant&) {
-    recordset_->cursor();
-    mkl::throwError(err::UpdateWithoutEdit);
+void Field::setValue(const mkl::Variant& value) {
+    recordset_->setValue(ordinal_, value);
 }
 
-Recordset::Recordset(std::unique_ptr<Cursor> cursor)
-    : cursor_(std::move(cursor)) {}
+Recordset::Recordset(std::unique_ptr<Cursor> cursor, QString name)
+    : cursor_(std::move(cursor))
+    , name_(std::move(name)) {}
 
 Recordset::~Recordset() = default;
 
@@ -53,8 +53,24 @@ void Recordset::Close() {
     cursor_.reset();
 }
 
+// What Edit or AddNew began is lost with the row.
+Cursor& Recordset::leavingTheRow() const {
+    Cursor& result = cursor();
+    result.dropEdit();
+    return result;
+}
+
+QString Recordset::Name() const {
+    cursor();
+    return name_;
+}
+
 Long Recordset::Type() const {
     return cursor().type();
+}
+
+bool Recordset::Updatable() const {
+    return cursor().isUpdatable();
 }
 
 bool Recordset::Bof() const {
@@ -73,24 +89,60 @@ Long Recordset::AbsolutePosition() const {
     return cursor().absolutePosition();
 }
 
-bool Recordset::NoMatch() const {
-    return cursor().noMatch();
+void Recordset::setAbsolutePosition(Long position) {
+    leavingTheRow().setAbsolutePosition(position);
+}
+
+float Recordset::PercentPosition() const {
+    const Long position = cursor().absolutePosition();
+    const Long last = cursor().recordCount() - 1;
+    if (position < 0) mkl::throwError(err::NoCurrentRecord);
+    return last > 0 ? 100.0F * static_cast<float>(position) / static_cast<float>(last) : 0.0F;
 }
 
 void Recordset::MoveFirst() {
-    cursor().moveFirst();
+    leavingTheRow().moveFirst();
 }
 
 void Recordset::MoveLast() {
-    cursor().moveLast();
+    leavingTheRow().moveLast();
 }
 
 void Recordset::MoveNext() {
-    cursor().moveNext();
+    leavingTheRow().moveNext();
 }
 
 void Recordset::MovePrevious() {
-    cursor().movePrevious();
+    leavingTheRow().movePrevious();
+}
+
+void Recordset::Move(Long rows) {
+    leavingTheRow().moveBy(rows);
+}
+
+void Recordset::Move(Long rows, const mkl::Variant& startBookmark) {
+    leavingTheRow().setBookmark(startBookmark);
+    cursor().moveBy(rows);
+}
+
+void Recordset::FindFirst(QStringView criterion) {
+    leavingTheRow().find(Cursor::FindMode::First, criterion);
+}
+
+void Recordset::FindNext(QStringView criterion) {
+    leavingTheRow().find(Cursor::FindMode::Next, criterion);
+}
+
+void Recordset::FindPrevious(QStringView criterion) {
+    leavingTheRow().find(Cursor::FindMode::Previous, criterion);
+}
+
+void Recordset::FindLast(QStringView criterion) {
+    leavingTheRow().find(Cursor::FindMode::Last, criterion);
+}
+
+bool Recordset::NoMatch() const {
+    return cursor().noMatch();
 }
 
 QString Recordset::Index() const {
@@ -98,11 +150,83 @@ QString Recordset::Index() const {
 }
 
 void Recordset::setIndex(const QString& name) {
-    cursor().setIndex(name);
+    leavingTheRow().setIndex(name);
 }
 
-void Recordset::Seek(QStringView comparison, const mkl::Variant& key) {
-    cursor().seek(comparison, key);
+void Recordset::seek(QStringView comparison, std::span<const mkl::Variant> keys) {
+    leavingTheRow().seek(comparison, keys);
+}
+
+mkl::Variant Recordset::Bookmark() const {
+    return cursor().bookmark();
+}
+
+void Recordset::setBookmark(const mkl::Variant& bookmark) {
+    leavingTheRow().setBookmark(bookmark);
+}
+
+mkl::Variant Recordset::LastModified() const {
+    return cursor().lastModified();
+}
+
+mkl::Ref<Recordset> Recordset::Clone() const {
+    return mkl::makeRef<Recordset>(cursor().clone(), name_);
+}
+
+QString Recordset::Filter() const {
+    requireDerivable();
+    return filter_;
+}
+
+void Recordset::setFilter(const QString& criterion) {
+    requireDerivable();
+    filter_ = criterion;
+}
+
+QString Recordset::Sort() const {
+    requireDerivable();
+    return sort_;
+}
+
+void Recordset::setSort(const QString& order) {
+    requireDerivable();
+    sort_ = order;
+}
+
+void Recordset::requireDerivable() const {
+    if (!cursor().canDerive()) mkl::throwError(err::NotSupportedByType);
+}
+
+mkl::Ref<Recordset> Recordset::OpenRecordset(Long type) {
+    return mkl::makeRef<Recordset>(cursor().derive(filter_, sort_, type), name_);
+}
+
+void Recordset::Requery() {
+    leavingTheRow().requery();
+}
+
+void Recordset::Edit() {
+    cursor().edit();
+}
+
+void Recordset::AddNew() {
+    cursor().addNew();
+}
+
+void Recordset::Update() {
+    cursor().update();
+}
+
+void Recordset::CancelUpdate() {
+    cursor().cancelUpdate();
+}
+
+void Recordset::Delete() {
+    leavingTheRow().remove();
+}
+
+dao::EditMode Recordset::EditMode() const {
+    return cursor().editMode();
 }
 
 Field Recordset::Fields(QStringView name) {
@@ -127,6 +251,14 @@ mkl::Variant Recordset::value(QStringView name) const {
 
 mkl::Variant Recordset::value(int ordinal) const {
     return cursor().value(checkedOrdinal(ordinal));
+}
+
+void Recordset::setValue(QStringView name, const mkl::Variant& value) {
+    cursor().setValue(requiredOrdinal(name), value);
+}
+
+void Recordset::setValue(int ordinal, const mkl::Variant& value) {
+    cursor().setValue(checkedOrdinal(ordinal), value);
 }
 
 int Recordset::requiredOrdinal(QStringView name) const {

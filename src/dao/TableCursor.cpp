@@ -67,9 +67,9 @@ void TableCursor::setIndex(const QString& name) {
     moveToEnd(Direction::Forward);
 }
 
-void TableCursor::seek(QStringView comparison, const mkl::Variant& key) {
+void TableCursor::seek(QStringView comparison, std::span<const mkl::Variant> keys) {
     if (index_.isEmpty()) mkl::throwError(err::NoCurrentIndex);
-    place(reader_.seek(comparison, key, row_), Place::Nowhere);
+    place(reader_.seek(comparison, keys, row_), Place::Nowhere);
     noMatch_ = place_ == Place::Nowhere;
 }
 

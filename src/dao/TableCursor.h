@@ -22,7 +22,7 @@ public:
 
     QString index() const override { return index_; }
     void setIndex(const QString& name) override;
-    void seek(QStringView comparison, const mkl::Variant& key) override;
+    void seek(QStringView comparison, std::span<const mkl::Variant> keys) override;
     bool noMatch() const override { return noMatch_; }
 
 private:

@@ -20,8 +20,8 @@ TableReader::TableReader(Connection& connection, const jet::Table& table, const 
         const ColumnType type = table.columns[ordinal].type;
         const bool isText = type == ColumnType::Text || type == ColumnType::Unknown;
         key_.push_back({isText ? target.collated(names[ordinal]) : names[ordinal], ordinal, type});
+        indexColumns_.append(table.columns[ordinal].name);
     }
-    if (index) seekColumn_ = table.columns[index->columns.first()].name;
     selectList_ = names.join(", ");
     addIdentity(table);
 }
@@ -45,16 +45,10 @@ bool TableReader::readEnd(Direction from, RowStore& row) const {
 }
 
 bool TableReader::readBeside(Direction direction, RowStore& row) const {
-    Probes probes;
-    for (auto part = static_cast<qsizetype>(key_.size()) - 1; part >= 0; --part) {
-        Probe prefix;
-        for (qsizetype fixed = 0; fixed < part; ++fixed)
-            compare(prefix, key_[size_t(fixed)], "=", row.value(0, key_[size_t(fixed)].ordinal));
-        prefix.fixedParts = part;
-        const KeyPart& differing = key_[size_t(part)];
-        addProbes(probes, prefix, differing, direction, false, row.value(0, differing.ordinal));
-    }
-    return readFirst(probes, direction, row);
+    QVarLengthArray<StoredValue, 4> values;
+    for (const KeyPart& part : key_)
+        values.append(row.value(0, part.ordinal));
+    return readFirst(probesBeside(direction, false, values), direction, row);
 }
 
 bool TableReader::readAgain(RowStore& row) const {
@@ -65,9 +59,14 @@ bool TableReader::readAgain(RowStore& row) const {
     return readFirst({same}, Direction::Forward, row);
 }
 
-bool TableReader::seek(QStringView comparison, const mkl::Variant& key, RowStore& row) const {
+bool TableReader::seek(QStringView comparison, std::span<const mkl::Variant> keys, RowStore& row) const {
+    if (keys.empty() || keys.size() > static_cast<size_t>(indexColumns_.size()))
+        mkl::throwError(mkl::err::InvalidArgument);
+    QVarLengthArray<StoredValue, 4> stored;
+    for (size_t part = 0; part < keys.size(); ++part)
+        stored.append(encodeFor(keys[part], key_[part].type, indexColumns_[qsizetype(part)]));
     const Direction direction = comparison.startsWith(u'<') ? Direction::Backward : Direction::Forward;
-    return readFirst(seekProbes(comparison, encodeFor(key, key_.front().type, seekColumn_)), direction, row);
+    return readFirst(seekProbes(comparison, stored), direction, row);
 }
 
 qint64 TableReader::count() const {
@@ -110,20 +109,30 @@ void TableReader::addProbes(Probes& probes, const Probe& prefix, const KeyPart& 
     }
 }
 
-TableReader::Probes TableReader::seekProbes(QStringView comparison, const StoredValue& key) const {
+// The rows on one side of a row with these values: first those that agree in all parts but the last, nearest first.
+TableReader::Probes TableReader::probesBeside(Direction direction, bool orEqual,
+                                              std::span<const StoredValue> values) const {
     Probes probes;
-    const KeyPart& part = key_.front();
-    if (comparison == u"=") {
-        probes.append(Probe());
-        compare(probes.back(), part, "=", key);
-    } else if (comparison == u">=" || comparison == u">") {
-        addProbes(probes, {}, part, Direction::Forward, comparison == u">=", key);
-    } else if (comparison == u"<=" || comparison == u"<") {
-        addProbes(probes, {}, part, Direction::Backward, comparison == u"<=", key);
-    } else {
-        mkl::throwError(mkl::err::InvalidArgument);
+    for (size_t part = values.size(); part-- > 0;) {
+        Probe prefix;
+        for (size_t fixed = 0; fixed < part; ++fixed)
+            compare(prefix, key_[fixed], "=", values[fixed]);
+        prefix.fixedParts = static_cast<qsizetype>(part);
+        addProbes(probes, prefix, key_[part], direction, orEqual && part + 1 == values.size(), values[part]);
     }
     return probes;
+}
+
+TableReader::Probes TableReader::seekProbes(QStringView comparison, std::span<const StoredValue> keys) const {
+    if (comparison == u"=") {
+        Probe same;
+        for (size_t part = 0; part < keys.size(); ++part)
+            compare(same, key_[part], "=", keys[part]);
+        return {same};
+    }
+    if (comparison == u">=" || comparison == u">") return probesBeside(Direction::Forward, comparison == u">=", keys);
+    if (comparison == u"<=" || comparison == u"<") return probesBeside(Direction::Backward, comparison == u"<=", keys);
+    mkl::throwError(mkl::err::InvalidArgument);
 }
 
 QByteArray TableReader::nativeText(const Probe& probe, Direction direction) const {

@@ -20,8 +20,9 @@ public:
     bool readEnd(Direction from, RowStore& row) const; ///< the first or the last row
     bool readBeside(Direction direction, RowStore& row) const;
     bool readAgain(RowStore& row) const;
-    /// By the first column of the index; comparison is one of the five of Seek. 5 for another one.
-    bool seek(QStringView comparison, const mkl::Variant& key, RowStore& row) const;
+    /// By the first columns of the index; comparison is one of the five of Seek. 5 for another one, for no key and for
+    /// more keys than columns.
+    bool seek(QStringView comparison, std::span<const mkl::Variant> keys, RowStore& row) const;
 
     qint64 count() const;
 
@@ -43,7 +44,8 @@ private:
     void compare(Probe& probe, const KeyPart& part, const char* comparison, const StoredValue& value) const;
     void addProbes(Probes& probes, const Probe& prefix, const KeyPart& part, Direction direction, bool orEqual,
                    const StoredValue& value) const;
-    Probes seekProbes(QStringView comparison, const StoredValue& key) const;
+    Probes seekProbes(QStringView comparison, std::span<const StoredValue> keys) const;
+    Probes probesBeside(Direction direction, bool orEqual, std::span<const StoredValue> values) const;
     QByteArray nativeText(const Probe& probe, Direction direction) const;
     bool readFirst(const Probes& probes, Direction direction, RowStore& row) const;
 
@@ -52,7 +54,7 @@ private:
     QByteArray selectList_;
     std::vector<KeyPart> key_;      ///< in the order of the rows
     std::vector<KeyPart> identity_; ///< what tells the rows apart
-    QString seekColumn_;
+    QStringList indexColumns_;
 };
 
 } // namespace dao
