@@ -3,23 +3,32 @@
 
 #include <QString>
 #include <exception>
+#include <optional>
 
 namespace mkl {
+
+/// Where in a statement an error stands.
+struct ErrorPlace {
+    QString token;          ///< as written, cut short; empty where the text ends too early
+    qsizetype position = 0; ///< of its first character, from 0
+};
 
 /// The one exception type below the controls: a run-time error with its number.
 class RunTimeError : public std::exception {
 public:
-    RunTimeError(Long number, QString description, QString source = {});
+    RunTimeError(Long number, QString description, QString source = {}, std::optional<ErrorPlace> place = {});
 
     Long number() const { return number_; }
     const QString& description() const { return description_; } ///< German, for people
     const QString& source() const { return source_; }           ///< native text of the engine, for logs; may be empty
+    const std::optional<ErrorPlace>& place() const { return place_; } ///< of an error in a statement or criterion
     const char* what() const noexcept override { return utf8_.constData(); }
 
 private:
     Long number_;
     QString description_;
     QString source_;
+    std::optional<ErrorPlace> place_;
     QByteArray utf8_;
 };
 

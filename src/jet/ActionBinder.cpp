@@ -1,7 +1,6 @@
 #include "jet/ActionBinder.h"
 
-#include "base/RunTimeError.h"
-#include "jet/Lexer.h"
+#include "jet/Raise.h"
 
 #include <algorithm>
 
@@ -25,12 +24,24 @@ void bindColumns(const InsertStatement& insert, BoundInsert& bound) {
         if (insert.columns.empty()) bound.columns.push_back(&column);
     for (const QStringView name : insert.columns) {
         const int index = bound.table->columnIndex(name);
-        if (index < 0) mkl::throwError(unknownColumn, {name.toString()});
+        if (index < 0) raiseAt(unknownColumn, name, {name.toString()});
         const bool doubled =
             std::find(bound.columns.begin(), bound.columns.end(), &columns[index]) != bound.columns.end();
-        if (doubled) mkl::throwError(insertSyntax, {name.toString()});
+        if (doubled) raiseAt(insertSyntax, name, {name.toString()});
         bound.columns.push_back(&columns[index]);
     }
+}
+
+// The first value without a column, or the last one, behind which one is missing.
+QStringView miscounted(const InsertStatement& insert, const BoundInsert& bound) {
+    std::vector<QStringView> values;
+    for (const Expression* value : bound.values)
+        values.push_back(value->text);
+    if (bound.select)
+        for (const BoundOutput& output : bound.select->outputs)
+            values.push_back(output.text);
+    if (values.empty()) return insert.table;
+    return values[qMin(values.size() - 1, bound.columns.size())];
 }
 
 const Expression* bindWhere(Expression* where, const Scope& scope, ExpressionBinder& binder) {
@@ -43,7 +54,7 @@ const Expression* bindWhere(Expression* where, const Scope& scope, ExpressionBin
 BoundInsert bindInsert(InsertStatement& insert, const Schema& schema, UnknownNames& unknown) {
     BoundInsert bound;
     bound.table = schema.findTable(insert.table);
-    if (!bound.table) mkl::throwError(noOutputTable, {insert.table.toString()});
+    if (!bound.table) raiseAt(noOutputTable, insert.table, {insert.table.toString()});
     bindColumns(insert, bound);
     size_t count = insert.values.size();
     if (insert.select) {
@@ -56,7 +67,7 @@ BoundInsert bindInsert(InsertStatement& insert, const Schema& schema, UnknownNam
         binder.bind(*value, {aggregateInExpression, {}, {}});
         bound.values.push_back(value.get());
     }
-    if (count != bound.columns.size()) mkl::throwError(valueCount);
+    if (count != bound.columns.size()) raiseAt(valueCount, miscounted(insert, bound));
     return bound;
 }
 
@@ -71,10 +82,10 @@ BoundUpdate bindUpdate(UpdateStatement& update, const Schema& schema, UnknownNam
         const Name& name = *assignment.target->as<Name>();
         if (name.source < 0) continue; // counted as unknown
         const Column& column = bound.scope.column(name);
-        if (column.autoNumber) mkl::throwError(notUpdatable, {column.name});
+        if (column.autoNumber) raiseAt(notUpdatable, assignment.target->text, {column.name});
         const bool doubled = std::any_of(bound.assignments.begin(), bound.assignments.end(),
                                          [&](const BoundAssignment& other) { return other.column == &column; });
-        if (doubled) mkl::throwError(updateSyntax, {excerpt(assignment.target->text)});
+        if (doubled) raiseAt(updateSyntax, assignment.target->text, {excerpt(assignment.target->text)});
         bound.assignments.push_back({&column, assignment.value.get()});
     }
     bound.where = bindWhere(update.where.get(), bound.scope, binder);
@@ -85,7 +96,7 @@ BoundDelete bindDelete(DeleteStatement& statement, const Schema& schema, Unknown
     BoundDelete bound;
     bound.scope.add(statement.table, schema);
     const bool foreign = !statement.starTable.isEmpty() && bound.scope.find(statement.starTable, bound.scope.all()) < 0;
-    if (foreign) mkl::throwError(deleteTable);
+    if (foreign) raiseAt(deleteTable, statement.starTable);
     ExpressionBinder binder(bound.scope, unknown);
     bound.where = bindWhere(statement.where.get(), bound.scope, binder);
     return bound;

@@ -1,6 +1,5 @@
 #include "jet/ActionParser.h"
 
-#include "base/RunTimeError.h"
 #include "jet/Lexer.h"
 
 namespace jet {
@@ -76,7 +75,7 @@ DeleteStatement ActionParser::parseDelete() {
     DeleteStatement statement;
     if (!tokens_.accept(u'*') && tokens_.atName()) {
         statement.starTable = nameOf(tokens_.take());
-        if (!tokens_.accept(u'.') && !tokens_.accept(u'!')) mkl::throwError(deleteTable);
+        if (!tokens_.accept(u'.') && !tokens_.accept(u'!')) tokens_.fail(deleteTable);
         tokens_.expect(u'*', deleteSyntax);
     }
     tokens_.expect(Keyword::From, deleteSyntax);

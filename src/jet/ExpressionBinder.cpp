@@ -1,10 +1,9 @@
 #include "jet/ExpressionBinder.h"
 
-#include "base/RunTimeError.h"
 #include "jet/Aggregates.h"
 #include "jet/LazyCalls.h"
-#include "jet/Lexer.h"
 #include "jet/Operands.h"
+#include "jet/Raise.h"
 #include "jet/TokenStream.h"
 #include "jet/Typing.h"
 
@@ -42,7 +41,7 @@ void measure(Expression& expression) {
     if (name && name->alias) include(*name->alias);
     for (const Expression* part : operandsOf(expression))
         include(*part);
-    if (expression.depth > maximalDepth || expression.size > maximalSize) mkl::throwError(tooComplex);
+    if (expression.depth > maximalDepth || expression.size > maximalSize) raiseAt(tooComplex, expression.text);
 }
 
 } // namespace
@@ -82,7 +81,7 @@ ColumnType ExpressionBinder::bindName(Name& name, const Clause& clause) {
     if (name.qualifier.isEmpty() && clause.aliasOf) name.alias = clause.aliasOf(name.name);
     if (name.alias) {
         if (clause.aggregateError != 0 && name.alias->hasAggregate)
-            mkl::throwError(clause.aggregateError, {name.name.toString()});
+            raiseAt(clause.aggregateError, name.name, {name.name.toString()});
         return name.alias->type;
     }
     unknown_.add(name.qualifier, name.name);
@@ -98,9 +97,9 @@ ColumnType ExpressionBinder::bindCall(Call& call, const Expression& expression, 
     call.aggregate = findAggregate(call.name);
     if (call.aggregate) return bindAggregate(call, expression, clause);
     call.function = findFunction(call.name);
-    if (!call.function) mkl::throwError(unknownFunction, {call.name.toString()});
+    if (!call.function) raiseAt(unknownFunction, call.name, {call.name.toString()});
     if (call.star || !takesArguments(*call.function, call.arguments.size()))
-        mkl::throwError(syntaxError, {excerpt(expression.text)});
+        raiseAt(syntaxError, expression.text, {excerpt(expression.text)});
     QVarLengthArray<ColumnType, 8> types;
     for (const ExpressionPtr& argument : call.arguments) {
         bind(*argument, clause);
@@ -111,16 +110,17 @@ ColumnType ExpressionBinder::bindCall(Call& call, const Expression& expression, 
 }
 
 ColumnType ExpressionBinder::bindAggregate(Call& call, const Expression& expression, const Clause& clause) {
-    if (clause.aggregateError != 0) mkl::throwError(clause.aggregateError, {excerpt(expression.text)});
+    if (clause.aggregateError != 0) raiseAt(clause.aggregateError, expression.text, {excerpt(expression.text)});
     const bool counts = call.aggregate == findAggregate(u"Count");
-    if (call.star ? !counts : call.arguments.size() != 1) mkl::throwError(syntaxError, {excerpt(expression.text)});
+    if (call.star ? !counts : call.arguments.size() != 1)
+        raiseAt(syntaxError, expression.text, {excerpt(expression.text)});
     if (call.star) return call.aggregate->resultType(ColumnType::Unknown);
     Clause inside = clause;
     inside.aggregateError = aggregateInExpression;
     Expression& argument = *call.arguments.front();
     bind(argument, inside);
     const bool isNumber = argument.type != ColumnType::Text && argument.type != ColumnType::Binary;
-    if (call.aggregate->numeric && !isNumber && isPlain(argument)) mkl::throwError(errCriterionType);
+    if (call.aggregate->numeric && !isNumber && isPlain(argument)) raiseAt(errCriterionType, argument.text);
     return call.aggregate->resultType(argument.type);
 }
 

@@ -1,6 +1,5 @@
 #include "jet/ExpressionParser.h"
 
-#include "base/RunTimeError.h"
 #include "jet/Lexer.h"
 
 namespace jet {
@@ -70,7 +69,7 @@ ExpressionPtr ExpressionParser::make(Expression::Node node, const Token& first) 
     expression->text = tokens_.textSince(first);
     for (const Expression* operand : operandsOf(*expression))
         expression->depth = qMax(expression->depth, operand->depth + 1);
-    if (expression->depth > maximalDepth) mkl::throwError(3360);
+    if (expression->depth > maximalDepth) raiseAt(3360, expression->text);
     return expression;
 }
 

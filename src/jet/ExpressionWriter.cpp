@@ -1,8 +1,8 @@
 #include "jet/ExpressionWriter.h"
 
-#include "base/RunTimeError.h"
 #include "jet/Aggregates.h"
 #include "jet/LazyCalls.h"
+#include "jet/Raise.h"
 #include "jet/Typing.h"
 
 namespace jet {
@@ -95,8 +95,8 @@ QByteArray joined(const QByteArrayList& terms, qsizetype begin, qsizetype end, c
     return '(' + joined(terms, begin, middle, separator) + separator + joined(terms, middle, end, separator) + ')';
 }
 
-QByteArray checkedSize(QByteArray native) {
-    if (native.size() > maximalNativeSize) mkl::throwError(tooComplex);
+QByteArray checkedSize(QByteArray native, const Expression& expression) {
+    if (native.size() > maximalNativeSize) raiseAt(tooComplex, expression.text);
     return native;
 }
 
@@ -110,12 +110,12 @@ int ParameterList::numberOf(const Literal& literal) {
 }
 
 QByteArray ExpressionWriter::value(const Expression& expression) {
-    return checkedSize(writeValue(withoutAlias(expression)));
+    return checkedSize(writeValue(withoutAlias(expression)), expression);
 }
 
 QByteArray ExpressionWriter::condition(const Expression& expression) {
     const Expression& target = withoutAlias(expression);
-    if (isNativeCondition(target)) return checkedSize(nativeCondition(target));
+    if (isNativeCondition(target)) return checkedSize(nativeCondition(target), expression);
     const bool number = isNumber(target.type) || target.isNull();
     return target_.condition(number ? value(target) : call("mkl_truth", {&target}));
 }

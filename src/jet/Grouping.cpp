@@ -1,7 +1,6 @@
 #include "jet/Grouping.h"
 
-#include "base/RunTimeError.h"
-#include "jet/Lexer.h"
+#include "jet/Raise.h"
 #include "jet/Typing.h"
 
 #include <algorithm>
@@ -65,7 +64,7 @@ bool ExpressionMatcher::isGrouped(const Expression& expression, const std::vecto
 }
 
 void ExpressionMatcher::requireGrouped(const Expression& expression, const std::vector<const Expression*>& groups) {
-    if (!isGrouped(expression, groups)) mkl::throwError(notGrouped, {excerpt(expression.text)});
+    if (!isGrouped(expression, groups)) raiseAt(notGrouped, expression.text, {excerpt(expression.text)});
 }
 
 } // namespace jet

@@ -1,6 +1,5 @@
 #include "jet/Lexer.h"
 
-#include "base/RunTimeError.h"
 #include "jet/DateLiteral.h"
 
 #include <array>
@@ -61,8 +60,9 @@ bool fitsLong(QStringView digits) {
 } // namespace
 
 Lexer::Lexer(QStringView text)
-    : rest_(text) {
-    if (text.size() > maximalLength) mkl::throwError(3360);
+    : inWork_(text)
+    , rest_(text) {
+    if (text.size() > maximalLength) raiseAt(3360, text.sliced(maximalLength));
 }
 
 Token Lexer::next() {
@@ -87,7 +87,7 @@ Token Lexer::next() {
     if (first == u'[') return bracketed();
     if (first == u'\'' || first == u'"') return quoted(first);
     if (first == u'#') return date();
-    mkl::throwError(syntaxError, {excerpt(rest_)});
+    raiseAt(syntaxError, rest_.first(first.isHighSurrogate() && rest_.size() > 1 ? 2 : 1), {excerpt(rest_)});
 }
 
 Token Lexer::take(TokenKind kind, qsizetype length) {
@@ -114,11 +114,12 @@ Token Lexer::bracketed() {
     qsizetype end = 1;
     while (end < rest_.size() && rest_[end] != u']') {
         const QChar c = rest_[end];
-        if (c == u'[' || c == u'!' || c == u'`' || c.isNull()) mkl::throwError(badBrackets, {excerpt(rest_)});
+        if (c == u'[' || c == u'!' || c == u'`' || c.isNull())
+            raiseAt(badBrackets, rest_.first(end + 1), {excerpt(rest_)});
         ++end;
     }
     if (end == rest_.size() || rest_.sliced(1, end - 1).trimmed().isEmpty())
-        mkl::throwError(badBrackets, {excerpt(rest_)});
+        raiseAt(badBrackets, rest_.first(qMin(end + 1, rest_.size())), {excerpt(rest_)});
     return take(TokenKind::Bracketed, end + 1);
 }
 
@@ -126,7 +127,7 @@ Token Lexer::quoted(QChar quote) {
     qsizetype end = 1;
     while (true) {
         end = rest_.indexOf(quote, end);
-        if (end < 0) mkl::throwError(syntaxError, {excerpt(rest_)});
+        if (end < 0) raiseAt(syntaxError, rest_, {excerpt(rest_)});
         if (at(end + 1) != quote) break;
         end += 2;
     }
@@ -135,7 +136,7 @@ Token Lexer::quoted(QChar quote) {
 
 Token Lexer::date() {
     const qsizetype end = rest_.indexOf(u'#', 1);
-    if (end < 0) mkl::throwError(syntaxError, {excerpt(rest_)});
+    if (end < 0) raiseAt(syntaxError, rest_, {excerpt(rest_)});
     return takeLiteral(TokenKind::Date, end + 1);
 }
 
@@ -188,7 +189,7 @@ mkl::Variant numberValue(const Token& token) {
     const bool isPlain = token.kind == TokenKind::Integer && token.text.front() != u'&';
     if (isPlain) return token.text.toInt();
     double number = 0;
-    if (!mkl::parseNumber(token.text, number)) mkl::throwError(syntaxError, {excerpt(token.text)});
+    if (!mkl::parseNumber(token.text, number)) raiseAt(syntaxError, token.text, {excerpt(token.text)});
     if (token.kind == TokenKind::Integer) return static_cast<mkl::Long>(number);
     return number;
 }
@@ -202,7 +203,7 @@ mkl::Variant textValue(const Token& token) {
 
 mkl::Variant dateValue(const Token& token) {
     const auto days = parseDateLiteral(token.text.sliced(1, token.text.size() - 2));
-    if (!days) mkl::throwError(syntaxError, {excerpt(token.text)});
+    if (!days) raiseAt(syntaxError, token.text, {excerpt(token.text)});
     return mkl::Variant::date(*days);
 }
 
@@ -214,11 +215,6 @@ mkl::Variant literalValue(const Token& token) {
     case TokenKind::Date: return dateValue(token);
     default: return numberValue(token);
     }
-}
-
-QString excerpt(QStringView text) {
-    constexpr qsizetype longest = 60;
-    return text.size() <= longest ? text.toString() : text.first(longest).toString() + u'…';
 }
 
 } // namespace jet

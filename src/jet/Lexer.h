@@ -1,6 +1,7 @@
 #pragma once
 // Cuts a text into tokens. Names keep their case, since an alias is shown as it is written.
 #include "base/Variant.h"
+#include "jet/Raise.h"
 #include "jet/Token.h"
 
 namespace jet {
@@ -29,6 +30,7 @@ private:
     QChar at(qsizetype offset) const { return offset < rest_.size() ? rest_[offset] : QChar(); }
     qsizetype digitsFrom(qsizetype offset) const;
 
+    TextInWork inWork_;
     QStringView rest_;
     int literals_ = 0;
 };
@@ -37,8 +39,5 @@ private:
 QStringView nameOf(const Token& token);
 /// The value of a literal. 3075 for an impossible date or a number beyond all ranges.
 mkl::Variant literalValue(const Token& token);
-
-/// A piece of a statement, cut short for a message.
-QString excerpt(QStringView text);
 
 } // namespace jet

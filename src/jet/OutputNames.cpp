@@ -1,6 +1,6 @@
 #include "jet/OutputNames.h"
 
-#include "base/RunTimeError.h"
+#include "jet/Raise.h"
 #include "jet/SelectBinder.h"
 
 #include <QHash>
@@ -33,7 +33,7 @@ void nameColumns(BoundSelect& select) {
         names.append(nameOf(output, expressions));
         const QString folded = foldName(names.last());
         ++carriers[folded];
-        if (!isBareColumn(output) && ++aliases[folded] > 1) mkl::throwError(selectSyntax, {names.last()});
+        if (!isBareColumn(output) && ++aliases[folded] > 1) raiseAt(selectSyntax, output.text, {names.last()});
     }
     qsizetype index = 0;
     for (BoundOutput& output : select.outputs) {

@@ -1,6 +1,6 @@
 #include "jet/Scope.h"
 
-#include "base/RunTimeError.h"
+#include "jet/Raise.h"
 
 namespace jet {
 
@@ -16,26 +16,27 @@ constexpr mkl::Long badBrackets = 3126;
 
 void UnknownNames::add(QStringView qualifier, QStringView name) {
     // A point in brackets only serves the result columns of a recordset; here it hides a qualified name.
-    if (qualifier.isEmpty() && name.contains(u'.')) mkl::throwError(badBrackets, {name.toString()});
+    if (qualifier.isEmpty() && name.contains(u'.')) raiseAt(badBrackets, name, {name.toString()});
     QString shown = name.toString();
     if (!qualifier.isEmpty()) shown.prepend(qualifier.toString() + u'.');
     const QString folded = foldName(shown);
     if (folded_.contains(folded)) return;
     folded_.append(folded);
     shown_.append(shown);
+    if (shown_.size() == 1) first_ = spanOf(qualifier, name);
 }
 
 void UnknownNames::raise() const {
     if (shown_.isEmpty()) return;
-    mkl::throwError(tooFewParameters, {QString::number(shown_.size()), shown_.join(QStringLiteral(", "))});
+    raiseAt(tooFewParameters, first_, {QString::number(shown_.size()), shown_.join(QStringLiteral(", "))});
 }
 
 int Scope::add(TableSource& table, const Schema& schema) {
     const Table* found = schema.findTable(table.table);
-    if (!found) mkl::throwError(noSuchTable, {table.table.toString()});
+    if (!found) raiseAt(noSuchTable, table.table, {table.table.toString()});
     const bool hasAlias = !table.alias.isEmpty();
     Source source{found, hasAlias ? table.alias.toString() : found->name, hasAlias};
-    if (find(source.name, all()) >= 0) mkl::throwError(doubledTable, {source.name});
+    if (find(source.name, all()) >= 0) raiseAt(doubledTable, hasAlias ? table.alias : table.table, {source.name});
     sources_.push_back(std::move(source));
     table.source = static_cast<int>(sources_.size()) - 1;
     return table.source;
@@ -56,7 +57,7 @@ bool Scope::resolve(Name& name, Range range) const {
     for (int i = range.begin; i < range.end; ++i) {
         const int column = (*this)[i].table->columnIndex(name.name);
         if (column < 0) continue;
-        if (name.source >= 0) mkl::throwError(ambiguousName, {name.name.toString()});
+        if (name.source >= 0) raiseAt(ambiguousName, spanOf(name.qualifier, name.name), {name.name.toString()});
         name.source = i;
         name.column = column;
     }

@@ -13,6 +13,7 @@ public:
 private:
     QStringList folded_;
     QStringList shown_;
+    QStringView first_;
 };
 
 /// The tables of a FROM clause under the names by which the statement knows them.

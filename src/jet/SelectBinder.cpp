@@ -1,8 +1,7 @@
 #include "jet/SelectBinder.h"
 
-#include "base/RunTimeError.h"
-#include "jet/Lexer.h"
 #include "jet/OutputNames.h"
+#include "jet/Raise.h"
 #include "jet/TokenStream.h"
 
 #include <algorithm>
@@ -84,7 +83,7 @@ Scope::Range SelectBinder::bindJoin(Join& join) {
     const Scope::Range left = bindFrom(*join.left);
     const Scope::Range both{left.begin, bindFrom(*join.right).end};
     expressions_.bind(*join.on, {aggregateInJoin, both, {}});
-    if (!isJoinCondition(*join.on)) mkl::throwError(badJoin, {excerpt(join.on->text)});
+    if (!isJoinCondition(*join.on)) raiseAt(badJoin, join.on->text, {excerpt(join.on->text)});
     return both;
 }
 
@@ -97,7 +96,7 @@ void SelectBinder::bindOutputs() {
             continue;
         }
         bindOutput(i);
-        bound_.outputs.push_back({item.expression.get(), {}});
+        bound_.outputs.push_back({item.expression.get(), {}, item.text});
         bound_.outputs.back().column.name = item.alias.toString();
     }
 }
@@ -106,10 +105,10 @@ void SelectBinder::expandStar(const OutputItem& item) {
     Scope::Range range = bound_.scope.all();
     if (!item.starTable.isEmpty()) {
         const int source = bound_.scope.find(item.starTable, range);
-        if (source < 0) mkl::throwError(noSuchTable, {item.starTable.toString()});
+        if (source < 0) raiseAt(noSuchTable, item.starTable, {item.starTable.toString()});
         range = {source, source + 1};
     }
-    if (range.begin == range.end) mkl::throwError(selectSyntax, {QStringLiteral("*")});
+    if (range.begin == range.end) raiseAt(selectSyntax, item.text, {QStringLiteral("*")});
     for (int source = range.begin; source < range.end; ++source) {
         const auto& columns = bound_.scope[source].table->columns;
         for (int column = 0; column < columns.size(); ++column) {
@@ -117,7 +116,7 @@ void SelectBinder::expandStar(const OutputItem& item) {
             name->node = Name{{}, columns[column].name, source, column, nullptr};
             name->text = columns[column].name;
             name->type = columns[column].type;
-            bound_.outputs.push_back({name.get(), {}});
+            bound_.outputs.push_back({name.get(), {}, item.text});
             bound_.starColumns.push_back(std::move(name));
         }
     }
@@ -136,7 +135,7 @@ const Expression* SelectBinder::outputOfAlias(QStringView alias) {
 
 void SelectBinder::bindOutput(size_t index) {
     if (progress_[index] == Progress::Done) return;
-    if (busy_ == maximalDepth) mkl::throwError(tooComplex);
+    if (busy_ == maximalDepth) raiseAt(tooComplex, select_.outputs[index].text);
     ++busy_;
     progress_[index] = Progress::Busy;
     Clause outputs = clause(0);
@@ -183,7 +182,7 @@ void SelectBinder::bindHaving() {
         (choosesRows ? bound_.where : bound_.having).push_back(term);
     }
     isAggregated_ = isAggregated_ || !bound_.having.empty();
-    if (!isAggregated_) mkl::throwError(havingAlone);
+    if (!isAggregated_) raiseAt(havingAlone, select_.having->text);
 }
 
 void SelectBinder::bindOrderBy() {
@@ -192,7 +191,7 @@ void SelectBinder::bindOrderBy() {
     for (OrderItem& item : select_.orderBy) {
         const Expression* expression = orderExpression(item, order);
         if (bound_.distinct && !matcher_.matchesAny(*expression, shown))
-            mkl::throwError(orderNotShown, {excerpt(item.expression->text)});
+            raiseAt(orderNotShown, item.expression->text, {excerpt(item.expression->text)});
         bound_.orderBy.push_back({expression, item.descending});
     }
 }
@@ -207,7 +206,7 @@ const Expression* SelectBinder::orderExpression(OrderItem& item, const Clause& c
 const Expression* SelectBinder::outputAt(const Expression& item, const Literal& position) {
     const auto wanted = position.value.toLong();
     if (position.negated || wanted < 1 || wanted > static_cast<mkl::Long>(bound_.outputs.size()))
-        mkl::throwError(orderBySyntax, {item.text.toString()});
+        raiseAt(orderBySyntax, item.text, {item.text.toString()});
     bound_.fixedLiterals.push_back(position);
     return bound_.outputs[static_cast<size_t>(wanted - 1)].expression;
 }
@@ -215,14 +214,16 @@ const Expression* SelectBinder::outputAt(const Expression& item, const Literal& 
 void SelectBinder::checkTop() {
     if (!bound_.top) return;
     const QString count = bound_.top->count.value.toText();
-    if (bound_.top->percent) mkl::throwError(badTop, {count + QStringLiteral(" PERCENT")});
+    if (bound_.top->percent) raiseAt(badTop, bound_.top->text, {count + QStringLiteral(" PERCENT")});
     const bool counted = bound_.top->count.value.toLong() > 0 && (!bound_.distinct || bound_.orderBy.empty());
-    if (!counted) mkl::throwError(badTop, {count});
+    if (!counted) raiseAt(badTop, bound_.top->text, {count});
 }
 
 void SelectBinder::checkGrouping() {
     if (!isAggregated_) return;
-    if (!bound_.starColumns.empty()) mkl::throwError(groupedStar);
+    const auto star = std::find_if(select_.outputs.begin(), select_.outputs.end(),
+                                   [](const OutputItem& item) { return !item.expression; });
+    if (star != select_.outputs.end()) raiseAt(groupedStar, star->text);
     for (const BoundOutput& output : bound_.outputs)
         matcher_.requireGrouped(*output.expression, bound_.groupBy);
     for (const Expression* term : bound_.having)

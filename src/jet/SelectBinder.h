@@ -8,6 +8,7 @@ namespace jet {
 struct BoundOutput {
     const Expression* expression;
     OutputColumn column;
+    QStringView text; ///< for messages
 };
 
 struct BoundOrder {

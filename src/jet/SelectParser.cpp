@@ -1,6 +1,5 @@
 #include "jet/SelectParser.h"
 
-#include "base/RunTimeError.h"
 #include "jet/Lexer.h"
 
 namespace jet {
@@ -55,7 +54,7 @@ void SelectParser::parseTop(SelectStatement& select) {
     tokens_.take();
     if (tokens_.peek().kind != TokenKind::Integer) tokens_.fail(badTop);
     const Token count = tokens_.take();
-    select.top = Top{{count.literal, literalValue(count), false}, false};
+    select.top = Top{{count.literal, literalValue(count), false}, false, count.text};
     if (tokens_.at(Keyword::Percent) && (beginsOperand(1) || tokens_.peek(1).is(u'-'))) {
         tokens_.take();
         select.top->percent = true;
@@ -72,16 +71,22 @@ void SelectParser::parseOutputs(SelectStatement& select) {
 
 OutputItem SelectParser::parseOutput() {
     OutputItem item;
-    if (tokens_.accept(u'*')) return item;
+    const Token& first = tokens_.peek();
+    if (tokens_.accept(u'*')) {
+        item.text = first.text;
+        return item;
+    }
     const bool qualified = tokens_.peek(1).is(u'.') || tokens_.peek(1).is(u'!');
     if (tokens_.atName() && qualified && tokens_.peek(2).is(u'*')) {
         item.starTable = nameOf(tokens_.take());
         tokens_.take();
         tokens_.take();
+        item.text = tokens_.textSince(first);
         return item;
     }
     if (atClauseEnd() || tokens_.at(u',') || tokens_.at(Keyword::Into)) tokens_.fail(selectSyntax);
     item.expression = expressions_.parse();
+    item.text = item.expression->text;
     if (tokens_.accept(Keyword::As)) item.alias = tokens_.takeName(selectSyntax);
     return item;
 }

@@ -163,6 +163,7 @@ struct OutputItem {
     ExpressionPtr expression; ///< empty for a star
     QStringView alias;        ///< empty if there is none
     QStringView starTable;    ///< of "T.*"
+    QStringView text;         ///< for messages, without the alias
 };
 
 struct OrderItem {
@@ -173,6 +174,7 @@ struct OrderItem {
 struct Top {
     Literal count;
     bool percent = false;
+    QStringView text; ///< of the count
 };
 
 struct SelectStatement {

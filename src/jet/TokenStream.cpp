@@ -1,12 +1,12 @@
 #include "jet/TokenStream.h"
 
-#include "base/RunTimeError.h"
 #include "jet/Lexer.h"
 
 namespace jet {
 
 TokenStream::TokenStream(QStringView text)
-    : text_(text) {
+    : inWork_(text)
+    , text_(text) {
     Lexer lexer(text);
     do {
         tokens_.push_back(lexer.next());
@@ -58,8 +58,9 @@ QStringView TokenStream::takeName(mkl::Long errorNumber) {
 void TokenStream::fail(mkl::Long errorNumber) const {
     const Token& token = peek();
     if (token.kind != TokenKind::End)
-        mkl::throwError(errorNumber, {excerpt(text_.sliced(token.text.utf16() - text_.utf16()))});
-    mkl::throwError(errorNumber, {excerpt(text_)}); // the end came too early: the whole text is to blame
+        raiseAt(errorNumber, token.text, {excerpt(text_.sliced(token.text.utf16() - text_.utf16()))});
+    raiseAt(errorNumber, text_.sliced(text_.size()),
+            {excerpt(text_)}); // the end came too early: the whole text is to blame
 }
 
 QStringView TokenStream::textSince(const Token& first) const {
@@ -71,7 +72,7 @@ QStringView TokenStream::textSince(const Token& first) const {
 
 TokenStream::Level::Level(TokenStream& stream)
     : stream_(stream) {
-    if (stream_.depth_ >= maximalDepth) mkl::throwError(3360);
+    if (stream_.depth_ >= maximalDepth) raiseAt(3360, stream_.peek().text);
     ++stream_.depth_;
 }
 

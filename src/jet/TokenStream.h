@@ -1,6 +1,7 @@
 #pragma once
 // The tokens of a text with as much look-ahead as a parser wants.
 #include "base/types.h"
+#include "jet/Raise.h"
 #include "jet/Token.h"
 
 #include <vector>
@@ -12,7 +13,7 @@ inline constexpr int maximalDepth = 250;
 
 class TokenStream {
 public:
-    /// Cuts the whole text, which must outlive the stream.
+    /// Cuts the whole text, which must outlive the stream. As long as the stream lives it is the text in work.
     explicit TokenStream(QStringView text);
 
     /// The reference holds as long as the stream.
@@ -51,6 +52,7 @@ public:
     };
 
 private:
+    TextInWork inWork_;
     QStringView text_;
     std::vector<Token> tokens_; // the last one is End
     qsizetype position_ = 0;

@@ -1,7 +1,7 @@
 #include "jet/Typing.h"
 
-#include "base/RunTimeError.h"
 #include "jet/Operands.h"
+#include "jet/Raise.h"
 
 namespace jet {
 
@@ -101,7 +101,7 @@ Comparison comparisonOf(const Expression& left, const Expression& right) {
     if (a == Family::Unknown || b == Family::Unknown) return Comparison::Function;
     if (a == b) return a == Family::Text ? Comparison::Collated : Comparison::Native;
     const bool datesWithNumbers = a != Family::Text && b != Family::Text && a != Family::Binary && b != Family::Binary;
-    if (!datesWithNumbers && isPlain(left) && isPlain(right)) mkl::throwError(errCriterionType);
+    if (!datesWithNumbers && isPlain(left) && isPlain(right)) raiseAt(errCriterionType, spanOf(left.text, right.text));
     return Comparison::Function;
 }
 
