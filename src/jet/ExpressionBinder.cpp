@@ -77,7 +77,7 @@ void ExpressionBinder::bind(Expression& expression, const Clause& clause) {
 }
 
 ColumnType ExpressionBinder::bindName(Name& name, const Clause& clause) {
-    if (scope_.resolve(name, clause.sources)) return scope_.column(name).type;
+    if (names_.resolve(name, clause.sources)) return names_.typeOf(name);
     if (name.qualifier.isEmpty() && clause.aliasOf) name.alias = clause.aliasOf(name.name);
     if (name.alias) {
         if (clause.aggregateError != 0 && name.alias->hasAggregate)

@@ -8,15 +8,15 @@ namespace jet {
 /// What an expression may do where it stands.
 struct Clause {
     mkl::Long aggregateError = 0;                          ///< raised for an aggregate; 0 where one may stand
-    Scope::Range sources;                                  ///< tables whose columns it sees
+    NameResolver::Range sources;                           ///< tables whose columns it sees
     std::function<const Expression*(QStringView)> aliasOf; ///< the output column of that name, bound; may be empty
 };
 
 /// Binds expressions: names to columns, calls to functions, and gives each node its type.
 class ExpressionBinder {
 public:
-    ExpressionBinder(const Scope& scope, UnknownNames& unknown)
-        : scope_(scope)
+    ExpressionBinder(const NameResolver& names, UnknownNames& unknown)
+        : names_(names)
         , unknown_(unknown) {}
 
     /// 3061 names are collected, 3075 wrong number of arguments, 3079 ambiguous name, 3085 unknown function,
@@ -30,7 +30,7 @@ private:
     ColumnType bindAggregate(Call& call, const Expression& expression, const Clause& clause);
     void bindOperands(Expression& expression, const Clause& clause);
 
-    const Scope& scope_;
+    const NameResolver& names_;
     UnknownNames& unknown_;
 };
 

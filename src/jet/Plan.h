@@ -26,6 +26,7 @@ struct OutputColumn {
     ColumnType type = ColumnType::Unknown;
     QString sourceTable;  ///< table name as declared, empty for an expression
     QString sourceColumn; ///< column name as declared, empty for an expression
+    QString sourceAlias;  ///< name by which the statement knows that table, if it gives it another one
 };
 
 enum class StatementKind : quint8 { Select, Insert, Update, Delete };

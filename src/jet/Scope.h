@@ -1,5 +1,5 @@
 #pragma once
-#include "jet/Syntax.h"
+#include "jet/NameResolver.h"
 
 namespace jet {
 
@@ -17,16 +17,12 @@ private:
 };
 
 /// The tables of a FROM clause under the names by which the statement knows them.
-class Scope {
+class Scope final : public NameResolver {
 public:
     struct Source {
         const Table* table;
         QString name; ///< alias, or the table's name as declared
         bool hasAlias;
-    };
-    /// A part of the sources: those that a join can see.
-    struct Range {
-        int begin = 0, end = 0;
     };
 
     /// Adds the table and gives its number. 3078 no such table, 3081 a second table of that name.
@@ -40,7 +36,8 @@ public:
     /// Number of the source of that name, -1 if there is none.
     int find(QStringView name, Range range) const;
     /// Binds the name to a column in the range; false if there is none. 3079 if several tables have it.
-    bool resolve(Name& name, Range range) const;
+    bool resolve(Name& name, Range range) const override;
+    ColumnType typeOf(const Name& name) const override { return column(name).type; }
 
 private:
     std::vector<Source> sources_;

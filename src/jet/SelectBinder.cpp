@@ -151,7 +151,9 @@ void SelectBinder::nameOutputs() {
         column.type = output.expression->type;
         const auto* const name = output.expression->as<Name>();
         if (!name || name->source < 0) continue;
-        column.sourceTable = bound_.scope[name->source].table->name;
+        const Scope::Source& source = bound_.scope[name->source];
+        column.sourceTable = source.table->name;
+        if (source.hasAlias) column.sourceAlias = source.name;
         column.sourceColumn = bound_.scope.column(*name).name;
     }
     nameColumns(bound_);
