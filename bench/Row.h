@@ -31,5 +31,8 @@ double medianSeconds(int runs, const std::function<void()>& call);
 Result treeRow();
 Result memoryRow();
 Result importRow();
+Result poolRow();
+Result poolMemoryRow();
+Result literalsRow();
 
 } // namespace bench

@@ -25,7 +25,9 @@ double medianSeconds(int runs, const std::function<void()>& call) {
 namespace {
 
 const std::vector<Row>& rows() {
-    static const std::vector<Row> all{{u"tree"_s, treeRow}, {u"memory"_s, memoryRow}, {u"import"_s, importRow}};
+    static const std::vector<Row> all{{u"tree"_s, treeRow},          {u"memory"_s, memoryRow},
+                                      {u"import"_s, importRow},      {u"pool"_s, poolRow},
+                                      {u"poolmem"_s, poolMemoryRow}, {u"literals"_s, literalsRow}};
     return all;
 }
 
@@ -34,7 +36,7 @@ QString figureText(double figure, const QString& unit) {
 }
 
 void printLine(const QStringList& cells) {
-    static constexpr int widths[] = {6, 70, 10, 62, 5, 11};
+    static constexpr int widths[] = {8, 78, 14, 62, 5, 11};
     QString line;
     for (int column = 0; column < cells.size(); ++column)
         line += u"| "_s + cells[column].leftJustified(widths[column]) + u' ';
