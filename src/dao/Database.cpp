@@ -30,6 +30,9 @@ QStringView withoutBrackets(QStringView name) {
     return name.startsWith(u'[') && name.endsWith(u']') ? name.sliced(1, name.size() - 2) : name;
 }
 
+// A table's name is no longer; so the texts of most statements need not be looked up.
+constexpr qsizetype longestTableName = 64;
+
 bool isOpenType(Long type) {
     return type == 0 || type == dbOpenTable || type == dbOpenDynaset || type == dbOpenSnapshot ||
            type == dbOpenForwardOnly;
@@ -49,6 +52,7 @@ struct Database::Data {
     }
     void refreshSchema();
     const jet::Table& table(const QString& tableName);
+    bool isTable(const QString& source);
     std::unique_ptr<Cursor> cursorOf(const QString& sql, Long type);
     std::shared_ptr<Translation> read(const QString& sql, RowStore& rows);
     bool readCurrent(Translation& translation, const jet::Shape& shape, RowStore& rows);
@@ -63,6 +67,12 @@ const jet::Table& Database::Data::table(const QString& tableName) {
     const jet::Table* found = connection->schema().findTable(withoutBrackets(tableName));
     if (!found) mkl::throwError(err::TableNotFound, {tableName});
     return *found;
+}
+
+// A name may begin as a statement does: "Update-Liste".
+bool Database::Data::isTable(const QString& source) {
+    if (!isStatement(source)) return true;
+    return source.size() <= longestTableName && connection->schema().findTable(source.trimmed());
 }
 
 std::unique_ptr<Cursor> Database::Data::cursorOf(const QString& sql, Long type) {
@@ -117,7 +127,7 @@ bool Database::Updatable() const {
 mkl::Ref<Recordset> Database::OpenRecordset(const QString& source, Long type) {
     d_->opened();
     if (!isOpenType(type)) mkl::throwError(mkl::err::InvalidArgument);
-    if (isStatement(source)) return mkl::makeRef<Recordset>(d_->cursorOf(source, type));
+    if (!d_->isTable(source)) return mkl::makeRef<Recordset>(d_->cursorOf(source, type));
     const jet::Table& table = d_->table(source);
     if (type == 0 || type == dbOpenTable)
         return mkl::makeRef<Recordset>(std::make_unique<TableCursor>(d_->connection, table));

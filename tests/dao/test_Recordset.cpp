@@ -201,4 +201,21 @@ TEST(OpenRecordset, NamesWithBlanksAndSlashes) {
     EXPECT_EQ(o.open(u"Zwei Worte"_s, dbOpenTable)->value(0), Variant(7));
 }
 
+TEST(Recordset, ATableWhoseNameBeginsWithAVerb) {
+    const OpenedDatabase o("CREATE TABLE \"Update-Liste\" (a INTEGER); INSERT INTO \"Update-Liste\" VALUES (1);"
+                           "CREATE TABLE \"Select\" (a INTEGER); INSERT INTO \"Select\" VALUES (2);"
+                           "CREATE TABLE \"Delete From\" (a INTEGER); INSERT INTO \"Delete From\" VALUES (3);"
+                           "CREATE TABLE Selection (a INTEGER); INSERT INTO Selection VALUES (4);");
+    for (const Long type : {dbOpenTable, dbOpenSnapshot}) {
+        EXPECT_EQ(o.open(u"update-liste"_s, type)->value(0), Variant(1));
+        EXPECT_EQ(o.open(u"[Update-Liste]"_s, type)->value(0), Variant(1));
+        EXPECT_EQ(o.open(u"Select"_s, type)->value(0), Variant(2));
+        EXPECT_EQ(o.open(u" Delete From "_s, type)->value(0), Variant(3));
+        EXPECT_EQ(o.open(u"Selection"_s, type)->value(0), Variant(4));
+    }
+    EXPECT_EQ(o.one(u"SELECT a FROM [Update-Liste]"_s), Variant(1));
+    EXPECT_EQ(o.errorOfQuery(u"Update-Listen"_s), 3144);
+    EXPECT_EQ(o.errorOfQuery(u"Listen"_s), 3078);
+}
+
 } // namespace dao
