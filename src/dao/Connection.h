@@ -16,6 +16,13 @@ class Target;
 
 namespace dao {
 
+/// What a statement may do; the engine refuses the rest, whatever its text says.
+enum class Access : quint8 {
+    Read,    ///< read the user's tables, call the functions of the dialect
+    Write,   ///< the same, and store, change and delete rows
+    Internal ///< whatever this layer needs itself
+};
+
 /// A prepared statement. Both calls run it to its end and reset it, also where they fail, so that no read lock and
 /// no half-read result stays behind.
 class Statement {
@@ -40,9 +47,10 @@ public:
     /// 3027 for a read-only database, 3246 in a doomed transaction.
     void requireWritable() const;
 
-    virtual std::shared_ptr<Statement> prepare(const QByteArray& native) = 0;
+    /// One statement; 3112 where it reaches beyond its access, 3142 where another one follows.
+    virtual std::shared_ptr<Statement> prepare(const QByteArray& native, Access access = Access::Read) = 0;
     /// The same from a cache of the connection, for the few statements that are used over and over.
-    virtual std::shared_ptr<Statement> prepared(const QByteArray& native) = 0;
+    virtual std::shared_ptr<Statement> prepared(const QByteArray& native, Access access = Access::Read) = 0;
     /// Runs native statements, several at once allowed.
     virtual void executeScript(const QByteArray& native) = 0;
     /// The action, changed so that a row which violates a key or a rule is left out instead of failing.
@@ -67,6 +75,8 @@ public:
     /// Reads the tables again if they changed since; true if they did.
     virtual bool refreshSchema() = 0;
     virtual QStringList tableNames() const = 0;
+    /// What a new row of the table holds by itself; takes the next number of a counter for it.
+    virtual ColumnValues initialValues(const jet::Table& table) = 0;
     virtual const jet::Target& target() const = 0;
 
 private:

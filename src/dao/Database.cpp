@@ -142,7 +142,8 @@ void Database::Execute(const QString& sql, Long options) {
     if (translation->plan.kind == jet::StatementKind::Select) mkl::throwError(err::ExecuteOfSelect);
     connection.requireWritable();
     auto& statement = (options & dbFailOnError) ? translation->statement : translation->lenientStatement;
-    if (!statement) statement = connection.prepare(connection.leavingOutFailedRows(translation->plan.native));
+    if (!statement)
+        statement = connection.prepare(connection.leavingOutFailedRows(translation->plan.native), Access::Write);
     const Parameters parameters = parameterValues(translation->plan, shape);
     connection.transaction().atomically([&] { d_->recordsAffected = static_cast<Long>(statement->run(parameters)); });
 }

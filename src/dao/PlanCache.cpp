@@ -17,11 +17,15 @@ bool hasFixedLiterals(const jet::Plan& plan, const jet::Shape& shape) {
     });
 }
 
+Access accessOf(const jet::Plan& plan) {
+    return plan.kind == jet::StatementKind::Select ? Access::Read : Access::Write;
+}
+
 std::shared_ptr<Translation> translate(QStringView text, Connection& connection) {
     auto result = std::make_shared<Translation>();
     result->plan = jet::compileStatement(text, connection.schema(), connection.target());
     result->columns = std::make_shared<Columns>(result->plan.columns);
-    result->statement = connection.prepare(result->plan.native);
+    result->statement = connection.prepare(result->plan.native, accessOf(result->plan));
     return result;
 }
 

@@ -39,7 +39,8 @@ void RowWriter::appendBlock(std::span<const mkl::Variant> values) {
         if (column.isKey && values[i].isNull()) mkl::throwError(err::NullInKey);
         stored.push_back(encodeFor(values[i], column.type, column.name));
     }
-    connection_->prepared(statementFor(static_cast<qsizetype>(values.size() / columns_.size())))->run(stored);
+    connection_->prepared(statementFor(static_cast<qsizetype>(values.size() / columns_.size())), Access::Write)
+        ->run(stored);
 }
 
 const QByteArray& RowWriter::statementFor(qsizetype rows) {

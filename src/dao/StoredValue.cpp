@@ -62,7 +62,27 @@ StoredValue convert(const Variant& value, ColumnType type) {
     }
 }
 
+// The size of a text counts characters as programs count them.
+void requireLength(const QByteArray& utf8, const jet::Column& column) {
+    if (column.size <= 0 || utf8.size() <= column.size) return;
+    if (QString::fromUtf8(utf8).size() > column.size) mkl::throwError(err::FieldTooSmall, {column.name});
+}
+
+void requireRange(qint64 number, int bytes) {
+    const bool fits = bytes == 1 ? number >= 0 && number <= 255
+                      : bytes == 2
+                          ? number >= std::numeric_limits<qint16>::min() && number <= std::numeric_limits<qint16>::max()
+                          : true;
+    if (!fits) mkl::throwError(mkl::err::Overflow);
+}
+
 } // namespace
+
+StoredValue owned(const StoredValue& value) {
+    StoredValue copy = value;
+    copy.bytes = QByteArray(value.bytes.constData(), value.bytes.size());
+    return copy;
+}
 
 StoredValue encode(const Variant& value) {
     switch (value.type()) {
@@ -83,8 +103,17 @@ StoredValue encodeFor(const Variant& value, ColumnType type, const QString& colu
     try {
         return convert(value, type);
     } catch (const mkl::RunTimeError& error) {
+        if (error.number() == mkl::err::Overflow || error.number() == err::NumericFieldOverflow) throw;
         mkl::throwError(err::ConversionError, {columnName}, error.description());
     }
+}
+
+StoredValue encodeFor(const Variant& value, const jet::Column& column) {
+    StoredValue stored = encodeFor(value, column.type, column.name);
+    if (stored.kind == StoredValue::Kind::Text && column.type == ColumnType::Text) requireLength(stored.bytes, column);
+    if (stored.kind == StoredValue::Kind::Integer && column.type == ColumnType::Int)
+        requireRange(stored.integer, column.size);
+    return stored;
 }
 
 Variant decode(const StoredValue& value, ColumnType type) {

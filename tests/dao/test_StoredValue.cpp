@@ -73,7 +73,7 @@ TEST(StoredValue, AColumnConvertsWhatItTakes) {
     EXPECT_EQ(encodeFor(Variant(u"2001-05-01"_s), ColumnType::Date, {}).bytes, "2001-05-01 00:00:00");
     EXPECT_EQ(encodeFor(Variant(), ColumnType::Int, {}).kind, StoredValue::Kind::Null);
     EXPECT_EQ(errorOf([] { encodeFor(Variant(u"zwölf"_s), ColumnType::Int, u"Nr"_s); }), 3421);
-    EXPECT_EQ(errorOf([] { encodeFor(Variant(2147483648.0), ColumnType::Int, u"Nr"_s); }), 3421);
+    EXPECT_EQ(errorOf([] { encodeFor(Variant(2147483648.0), ColumnType::Int, u"Nr"_s); }), 6);
 }
 
 } // namespace dao

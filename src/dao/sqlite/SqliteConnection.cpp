@@ -1,6 +1,7 @@
 #include "dao/sqlite/SqliteConnection.h"
 
 #include "dao/sqlite/SqliteFunctions.h"
+#include "dao/sqlite/SqliteNewRow.h"
 #include "dao/sqlite/SqliteStatement.h"
 
 namespace dao {
@@ -37,16 +38,18 @@ bool SqliteConnection::isUpdatable() const {
     return sqlite3_db_readonly(session_->database(), "main") == 0;
 }
 
-std::shared_ptr<Statement> SqliteConnection::prepare(const QByteArray& native) {
-    return std::make_shared<SqliteStatement>(session_, native);
+std::shared_ptr<Statement> SqliteConnection::prepare(const QByteArray& native, Access access) {
+    return std::make_shared<SqliteStatement>(session_, native, access);
 }
 
-std::shared_ptr<Statement> SqliteConnection::prepared(const QByteArray& native) {
-    if (const auto* known = statements_.find(native)) return *known;
-    return statements_.insert(native, prepare(native));
+std::shared_ptr<Statement> SqliteConnection::prepared(const QByteArray& native, Access access) {
+    const std::pair key(native, access);
+    if (const auto* known = statements_.find(key)) return *known;
+    return statements_.insert(key, prepare(native, access));
 }
 
 void SqliteConnection::executeScript(const QByteArray& native) {
+    const SqliteSession::AccessScope scope(*session_, Access::Internal);
     session_->check(sqlite3_exec(session_->database(), native.constData(), nullptr, nullptr, nullptr));
 }
 
@@ -57,7 +60,7 @@ QByteArray SqliteConnection::leavingOutFailedRows(const QByteArray& native) cons
 }
 
 void SqliteConnection::command(const QByteArray& native) {
-    prepared(native)->run({});
+    prepared(native, Access::Internal)->run({});
 }
 
 // The lock for writing is taken at once: a conflict shows before the first row and not in the middle.
@@ -95,6 +98,10 @@ quint64 SqliteConnection::changeStamp() const {
     return static_cast<quint64>(sqlite3_total_changes64(session_->database())) + rollbacks_;
 }
 
+ColumnValues SqliteConnection::initialValues(const jet::Table& table) {
+    return SqliteNewRow(*this, table).values();
+}
+
 bool SqliteConnection::refreshSchema() {
     const qint64 version = readSchemaVersion();
     if (version == schemaVersion_) return false;
@@ -105,7 +112,7 @@ bool SqliteConnection::refreshSchema() {
 
 qint64 SqliteConnection::readSchemaVersion() {
     RowStore row;
-    prepared("PRAGMA schema_version")->read({}, row);
+    prepared("PRAGMA schema_version", Access::Internal)->read({}, row);
     return row.value(0, 0).integer;
 }
 

@@ -7,6 +7,10 @@
 
 namespace dao {
 
+inline size_t qHash(Access access, size_t seed = 0) {
+    return ::qHash(static_cast<quint8>(access), seed);
+}
+
 class SqliteConnection final : public Connection {
 public:
     /// Takes over a database just opened: settings, functions, tables.
@@ -16,8 +20,8 @@ public:
     void close() override;
     bool isUpdatable() const override;
 
-    std::shared_ptr<Statement> prepare(const QByteArray& native) override;
-    std::shared_ptr<Statement> prepared(const QByteArray& native) override;
+    std::shared_ptr<Statement> prepare(const QByteArray& native, Access access) override;
+    std::shared_ptr<Statement> prepared(const QByteArray& native, Access access) override;
     void executeScript(const QByteArray& native) override;
     QByteArray leavingOutFailedRows(const QByteArray& native) const override;
 
@@ -33,6 +37,7 @@ public:
     const jet::Schema& schema() const override { return schema_; }
     bool refreshSchema() override;
     QStringList tableNames() const override { return schema_.tableNames(); }
+    ColumnValues initialValues(const jet::Table& table) override;
     const jet::Target& target() const override { return target_; }
 
 private:
@@ -41,7 +46,7 @@ private:
     qint64 readSchemaVersion();
 
     std::shared_ptr<SqliteSession> session_;
-    LruCache<QByteArray, std::shared_ptr<Statement>> statements_{64};
+    LruCache<std::pair<QByteArray, Access>, std::shared_ptr<Statement>> statements_{64};
     SqliteSchema schema_;
     qint64 schemaVersion_ = -1;
     SqliteTarget target_;

@@ -41,6 +41,19 @@ ColumnType columnTypeOf(const QString& declared) {
     return ColumnType::Unknown;
 }
 
+// "TEXT(50)", "VARCHAR(50)": the width. Whole numbers that are shorter than a Long say so by their name.
+int columnSizeOf(const QString& declared, ColumnType type) {
+    const QString name = declared.left(declared.indexOf(u'(')).trimmed().toUpper();
+    if (type == ColumnType::Int) {
+        if (name == u"BYTE"_s || name == u"TINYINT"_s) return 1;
+        return name == u"SMALLINT"_s || name == u"INT2"_s ? 2 : 0;
+    }
+    const qsizetype open = declared.indexOf(u'(');
+    const qsizetype close = declared.indexOf(u')', open);
+    if (type != ColumnType::Text || open < 0 || close < 0) return 0;
+    return std::max(0, declared.mid(open + 1, close - open - 1).trimmed().toInt());
+}
+
 struct TableFacts {
     jet::Table table;
     QList<int> declaredKey; ///< columns of the primary key, whether or not they tell the rows apart
@@ -72,11 +85,12 @@ void setIdentity(TableFacts& facts, const RowStore& columns) {
 void readColumns(Connection& connection, TableFacts& facts) {
     RowStore rows;
     const StoredValue table = StoredValue::ofText(facts.table.name.toUtf8());
-    connection.prepared(columnsText)->read({&table, 1}, rows);
+    connection.prepared(columnsText, Access::Internal)->read({&table, 1}, rows);
     for (qsizetype row = 0; row < rows.size(); ++row) {
         jet::Column column;
         column.name = textAt(rows, row, 0);
         column.type = columnTypeOf(textAt(rows, row, 1));
+        column.size = columnSizeOf(textAt(rows, row, 1), column.type);
         column.required = rows.value(row, 2).integer != 0;
         facts.table.columns.append(column);
     }
@@ -102,11 +116,11 @@ QString visibleName(const QString& table, const QString& index) {
 void readIndexes(Connection& connection, TableFacts& facts) {
     RowStore rows;
     const StoredValue table = StoredValue::ofText(facts.table.name.toUtf8());
-    connection.prepared(indexesText)->read({&table, 1}, rows);
+    connection.prepared(indexesText, Access::Internal)->read({&table, 1}, rows);
     for (qsizetype row = 0; row < rows.size(); ++row) {
         RowStore columns;
         const StoredValue name = rows.value(row, 0);
-        connection.prepared(indexColumnsText)->read({&name, 1}, columns);
+        connection.prepared(indexColumnsText, Access::Internal)->read({&name, 1}, columns);
         jet::Index index;
         index.name = visibleName(facts.table.name, QString::fromUtf8(name.bytes));
         index.unique = rows.value(row, 1).integer != 0;
@@ -150,7 +164,7 @@ jet::Table readTable(Connection& connection, const SqliteSession& session, const
 
 void SqliteSchema::read(Connection& connection, const SqliteSession& session) {
     RowStore rows;
-    connection.prepared(tablesText)->read({}, rows);
+    connection.prepared(tablesText, Access::Internal)->read({}, rows);
     tables_.clear();
     byName_.clear();
     for (qsizetype row = 0; row < rows.size(); ++row) {

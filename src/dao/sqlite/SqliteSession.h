@@ -1,10 +1,12 @@
 #pragma once
 #include "base/RunTimeError.h"
+#include "dao/Connection.h"
 
 #include <QString>
 #include <memory>
 #include <optional>
 #include <sqlite3.h>
+#include <utility>
 
 namespace dao {
 
@@ -22,6 +24,23 @@ public:
     /// Keeps an error of ours, raised inside a function, until the statement that called it has ended.
     void keepFunctionError(const mkl::RunTimeError& error);
 
+    /// What the statement that is being prepared or run may do.
+    Access access() const { return access_; }
+
+    /// Sets the access until its end.
+    class AccessScope {
+    public:
+        AccessScope(SqliteSession& session, Access access)
+            : session_(session)
+            , former_(std::exchange(session.access_, access)) {}
+        ~AccessScope() { session_.access_ = former_; }
+        Q_DISABLE_COPY_MOVE(AccessScope)
+
+    private:
+        SqliteSession& session_;
+        Access former_;
+    };
+
 private:
     struct Closer {
         void operator()(sqlite3* database) const { sqlite3_close_v2(database); }
@@ -29,6 +48,7 @@ private:
 
     std::unique_ptr<sqlite3, Closer> database_;
     QString name_;
+    Access access_ = Access::Read;
     std::optional<mkl::RunTimeError> functionError_;
 };
 

@@ -19,8 +19,10 @@ private:
 
 } // namespace
 
-SqliteStatement::SqliteStatement(std::shared_ptr<SqliteSession> session, const QByteArray& native)
-    : session_(std::move(session)) {
+SqliteStatement::SqliteStatement(std::shared_ptr<SqliteSession> session, const QByteArray& native, Access access)
+    : session_(std::move(session))
+    , access_(access) {
+    const SqliteSession::AccessScope scope(*session_, access_);
     sqlite3_stmt* prepared = nullptr;
     const int code = sqlite3_prepare_v3(session_->database(), native.constData(), static_cast<int>(native.size()) + 1,
                                         SQLITE_PREPARE_PERSISTENT, &prepared, nullptr);
@@ -30,6 +32,7 @@ SqliteStatement::SqliteStatement(std::shared_ptr<SqliteSession> session, const Q
 
 void SqliteStatement::read(std::span<const StoredValue> parameters, RowStore& rows) {
     const ResetAtEnd reset(statement_.get());
+    const SqliteSession::AccessScope scope(*session_, access_); // it may be prepared anew
     bind(parameters);
     int code = SQLITE_OK;
     while ((code = sqlite3_step(statement_.get())) == SQLITE_ROW)
@@ -39,6 +42,7 @@ void SqliteStatement::read(std::span<const StoredValue> parameters, RowStore& ro
 
 qint64 SqliteStatement::run(std::span<const StoredValue> parameters) {
     const ResetAtEnd reset(statement_.get());
+    const SqliteSession::AccessScope scope(*session_, access_); // it may be prepared anew
     bind(parameters);
     int code = SQLITE_OK;
     while ((code = sqlite3_step(statement_.get())) == SQLITE_ROW) {

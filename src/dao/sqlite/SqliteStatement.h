@@ -6,7 +6,7 @@ namespace dao {
 
 class SqliteStatement final : public Statement {
 public:
-    SqliteStatement(std::shared_ptr<SqliteSession> session, const QByteArray& native);
+    SqliteStatement(std::shared_ptr<SqliteSession> session, const QByteArray& native, Access access);
 
     void read(std::span<const StoredValue> parameters, RowStore& rows) override;
     qint64 run(std::span<const StoredValue> parameters) override;
@@ -22,6 +22,7 @@ private:
     void appendRow(RowStore& rows) const;
 
     std::shared_ptr<SqliteSession> session_;
+    Access access_;
     std::unique_ptr<sqlite3_stmt, Finalizer> statement_;
 };
 
