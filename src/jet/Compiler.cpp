@@ -1,11 +1,15 @@
 #include "jet/Compiler.h"
 
+#include "base/RunTimeError.h"
+#include "jet/DynasetWriter.h"
 #include "jet/Parser.h"
 #include "jet/StatementWriter.h"
 
 namespace jet {
 
 namespace {
+
+constexpr mkl::Long invalidOperation = 3219;
 
 BoundSelect bound(SelectStatement& select, const Schema& schema, UnknownNames& unknown) {
     return SelectBinder(select, schema, unknown).bind();
@@ -33,6 +37,17 @@ Plan compileStatement(QStringView text, const Schema& schema, const Target& targ
             return StatementWriter(target).write(ready);
         },
         statement);
+}
+
+DynasetPlan compileDynaset(QStringView text, const Schema& schema, const Target& target) {
+    TokenStream tokens(text);
+    Statement statement = parseStatement(tokens);
+    auto* const select = std::get_if<SelectStatement>(&statement);
+    if (!select) mkl::throwError(invalidOperation);
+    UnknownNames unknown;
+    const BoundSelect ready = bound(*select, schema, unknown);
+    unknown.raise();
+    return DynasetWriter(target, ready).write();
 }
 
 void checkCriterion(QStringView text) {

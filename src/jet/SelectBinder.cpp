@@ -151,6 +151,7 @@ void SelectBinder::nameOutputs() {
         column.type = output.expression->type;
         const auto* const name = output.expression->as<Name>();
         if (!name || name->source < 0) continue;
+        column.source = name->source;
         const Scope::Source& source = bound_.scope[name->source];
         column.sourceTable = source.table->name;
         if (source.hasAlias) column.sourceAlias = source.name;
@@ -170,9 +171,9 @@ void SelectBinder::bindGroupBy() {
         expressions_.bind(*group, clause(aggregateInGroupBy));
         bound_.groupBy.push_back(group.get());
     }
-    isAggregated_ = !bound_.groupBy.empty() ||
-                    std::any_of(bound_.outputs.begin(), bound_.outputs.end(),
-                                [](const BoundOutput& output) { return output.expression->hasAggregate; });
+    bound_.isAggregated = !bound_.groupBy.empty() ||
+                          std::any_of(bound_.outputs.begin(), bound_.outputs.end(),
+                                      [](const BoundOutput& output) { return output.expression->hasAggregate; });
 }
 
 // Without GROUP BY a term that has no aggregate chooses rows, as if it stood in the WHERE clause.
@@ -183,12 +184,12 @@ void SelectBinder::bindHaving() {
         const bool choosesRows = select_.groupBy.empty() && !term->hasAggregate;
         (choosesRows ? bound_.where : bound_.having).push_back(term);
     }
-    isAggregated_ = isAggregated_ || !bound_.having.empty();
-    if (!isAggregated_) raiseAt(havingAlone, select_.having->text);
+    bound_.isAggregated = bound_.isAggregated || !bound_.having.empty();
+    if (!bound_.isAggregated) raiseAt(havingAlone, select_.having->text);
 }
 
 void SelectBinder::bindOrderBy() {
-    const Clause order = clause(isAggregated_ ? 0 : aggregateInOrderBy);
+    const Clause order = clause(bound_.isAggregated ? 0 : aggregateInOrderBy);
     const auto shown = outputExpressions();
     for (OrderItem& item : select_.orderBy) {
         const Expression* expression = orderExpression(item, order);
@@ -222,7 +223,7 @@ void SelectBinder::checkTop() {
 }
 
 void SelectBinder::checkGrouping() {
-    if (!isAggregated_) return;
+    if (!bound_.isAggregated) return;
     const auto star = std::find_if(select_.outputs.begin(), select_.outputs.end(),
                                    [](const OutputItem& item) { return !item.expression; });
     if (star != select_.outputs.end()) raiseAt(groupedStar, star->text);

@@ -26,6 +26,7 @@ struct BoundSelect {
     std::vector<const Expression*> having; ///< all must hold
     std::vector<BoundOrder> orderBy;
     bool distinct = false;
+    bool isAggregated = false; ///< a row stands for a group of rows
     std::optional<Top> top;
     std::vector<Literal> fixedLiterals; ///< the rest of the structure rests on their values
     ExpressionList starColumns;         ///< what the stars stand for
@@ -66,7 +67,6 @@ private:
     ExpressionMatcher matcher_;
     std::vector<Progress> progress_; ///< per item of the select list
     int busy_ = 0;                   ///< items that wait for each other's aliases
-    bool isAggregated_ = false;
 };
 
 } // namespace jet

@@ -12,10 +12,11 @@ public:
     QByteArray write();
     /// The same as the source of an INSERT into columns of these types.
     QByteArray write(const QList<ColumnType>& storedTypes);
+    /// The same rows in the same order with other output columns, native ones.
+    QByteArray rows(const QByteArrayList& outputs);
 
 private:
     QByteArrayList outputs();
-    QByteArray rows(const QByteArrayList& outputs);
     QByteArray body(const QByteArrayList& outputs);
     QByteArray ranked(const QByteArrayList& outputs);
     QByteArray orderTerms();

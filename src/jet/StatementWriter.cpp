@@ -6,9 +6,7 @@
 
 namespace jet {
 
-namespace {
-
-QList<FixedLiteral> fixedLiterals(const BoundSelect& select) {
+QList<FixedLiteral> fixedLiteralsOf(const BoundSelect& select) {
     QList<FixedLiteral> fixed;
     for (const Literal& literal : select.fixedLiterals) {
         const bool known = std::any_of(fixed.begin(), fixed.end(),
@@ -17,8 +15,6 @@ QList<FixedLiteral> fixedLiterals(const BoundSelect& select) {
     }
     return fixed;
 }
-
-} // namespace
 
 Plan StatementWriter::finish(StatementKind kind, QByteArray native, const QString& table) const {
     Plan plan;
@@ -33,7 +29,7 @@ Plan StatementWriter::write(const BoundSelect& select) {
     const auto& sources = select.scope.sources();
     Plan plan = finish(StatementKind::Select, SelectWriter(target_, select, parameters_).write(),
                        sources.size() == 1 ? sources.front().table->name : QString());
-    plan.fixedLiterals = fixedLiterals(select);
+    plan.fixedLiterals = fixedLiteralsOf(select);
     for (const BoundOutput& output : select.outputs)
         plan.columns.append(output.column);
     return plan;
@@ -62,7 +58,7 @@ Plan StatementWriter::write(const BoundInsert& insert) {
     const QByteArray native =
         "INSERT INTO " + target_.name(insert.table->name) + " (" + columns.join(", ") + ") " + values;
     Plan plan = finish(StatementKind::Insert, native, insert.table->name);
-    if (insert.select) plan.fixedLiterals = fixedLiterals(*insert.select);
+    if (insert.select) plan.fixedLiterals = fixedLiteralsOf(*insert.select);
     return plan;
 }
 

@@ -4,6 +4,9 @@
 
 namespace jet {
 
+/// The literals that the select's structure rests on, each once.
+QList<FixedLiteral> fixedLiteralsOf(const BoundSelect& select);
+
 /// Writes one bound statement as native text, with what the plan tells about it.
 class StatementWriter {
 public:
