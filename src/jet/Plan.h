@@ -24,10 +24,10 @@ struct FixedLiteral {
 struct OutputColumn {
     QString name; ///< as Fields() knows it, "TABLE.Column" where a name is repeated
     ColumnType type = ColumnType::Unknown;
-    QString sourceTable;  ///< table name as declared, empty for an expression
-    QString sourceColumn; ///< column name as declared, empty for an expression
-    QString sourceAlias;  ///< name by which the statement knows that table, if it gives it another one
-    int source = -1;      ///< of a column: its table among DynasetPlan::sources; -1 for an expression
+    QString sourceTable;   ///< table name as declared, empty for an expression
+    QString sourceColumn;  ///< column name as declared, empty for an expression
+    QString sourceAlias{}; ///< name by which the statement knows that table, if it gives it another one
+    int source = -1;       ///< of a column: its table among DynasetPlan::sources; -1 for an expression
 };
 
 enum class StatementKind : quint8 { Select, Insert, Update, Delete };
