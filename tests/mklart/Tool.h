@@ -12,6 +12,8 @@ struct ToolResult {
     QString errors;
 
     QJsonObject json() const;
+    /// One value per line of the output; null where a line is no JSON.
+    QList<QJsonObject> jsonLines() const;
 };
 
 class Tool {
@@ -19,15 +21,16 @@ public:
     Tool();
 
     /// Speaks German unless the arguments say otherwise.
-    ToolResult run(const QStringList& arguments) const;
+    ToolResult run(const QStringList& arguments, const QByteArray& input = {}) const;
     /// The same with a locale instead of --language.
-    ToolResult runIn(const QString& locale, const QStringList& arguments) const;
+    ToolResult runIn(const QString& locale, const QStringList& arguments, const QByteArray& input = {}) const;
 
     QString path(const QString& name) const { return folder_.filePath(name); }
     QStringList files() const;
 
 private:
-    ToolResult finish(const QProcessEnvironment& environment, const QStringList& arguments) const;
+    ToolResult finish(const QProcessEnvironment& environment, const QStringList& arguments,
+                      const QByteArray& input) const;
 
     QTemporaryDir folder_;
     QProcessEnvironment environment_;

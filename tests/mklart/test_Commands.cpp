@@ -21,9 +21,6 @@ protected:
     }
     void importSmall() const { done({u"import"_s, testData(u"catalogue-small.mdb"_s), u"klein.sqlite"_s}); }
     QString sql(const QString& statement) const { return done({u"sql"_s, u"klein.sqlite"_s, statement}); }
-    QJsonObject sqlJson(const QString& statement) const {
-        return tool.run({u"sql"_s, u"klein.sqlite"_s, statement, u"--json"_s}).json();
-    }
 
     Tool tool;
 };
@@ -127,54 +124,4 @@ TEST_F(Commands, checkTellsDamageByItsStatus) {
     EXPECT_EQ(json.json()[u"rings"_s], (QJsonArray{QJsonArray{23, 33}}));
     EXPECT_EQ(json.json()[u"missingArticles"_s][0][u"missing"_s], 44);
     EXPECT_TRUE(tool.run({u"tree"_s, u"klein.sqlite"_s}).errors.contains(u": 3"));
-}
-
-TEST_F(Commands, sqlAsATable) {
-    importSmall();
-    EXPECT_EQ(sql(u"SELECT [Artikel-Schlüssel], [EigeneArtikelnummer], [Absender-Schlüssel], [Aktiv], [LetzteÄnderung] "
-                  "FROM ARTIKEL WHERE [Artikel-Schlüssel] In (1, 999) ORDER BY [Artikel-Schlüssel]"_s),
-              u"Artikel-Schlüssel  EigeneArtikelnummer  Absender-Schlüssel  Aktiv       LetzteÄnderung\n"
-              "-----------------  -------------------  ------------------  -----  -------------------\n"
-              "                1  RS-200                                3     -1  2001-04-02 09:00:00\n"
-              "              999  Null                               Null     -1                 Null\n"
-              "Zeilen: 2\n"_s);
-    EXPECT_TRUE(sql(u"SELECT [Artikelname] FROM ARTIKEL WHERE False"_s).endsWith(u"Zeilen: 0\n"));
-}
-
-TEST_F(Commands, sqlAsJson) {
-    importSmall();
-    const QJsonObject json = sqlJson(u"SELECT [Artikel-Schlüssel], [Aktiv], [Absender-Schlüssel], #2001-04-02# AS d, "
-                                     "[LetzteÄnderung], \"a\"\"\\\" AS t FROM ARTIKEL WHERE [Artikel-Schlüssel]=1"_s);
-    EXPECT_EQ(json[u"columns"_s], (QJsonArray{u"Artikel-Schlüssel"_s, u"Aktiv"_s, u"Absender-Schlüssel"_s, u"d"_s,
-                                              u"LetzteÄnderung"_s, u"t"_s}));
-    EXPECT_EQ(json[u"rows"_s],
-              (QJsonArray{QJsonArray{1, -1, 3, u"2001-04-02"_s, u"2001-04-02 09:00:00"_s, u"a\"\\"_s}}));
-    EXPECT_TRUE(done({u"sql"_s, u"klein.sqlite"_s, u"SELECT Max([Preis]) FROM [ARTIKEL/PREISE]"_s, u"--json"_s})
-                    .contains(u"[123456.7899]"));
-    EXPECT_EQ(sqlJson(u"UPDATE ARTIKEL SET [Aktiv]=0 WHERE [Artikel-Schlüssel]<3"_s),
-              (QJsonObject{{u"affected"_s, 2}}));
-    const ToolResult failed = tool.run({u"sql"_s, u"klein.sqlite"_s, u"SELECT fehlt FROM ARTIKEL"_s, u"--json"_s});
-    EXPECT_EQ(failed.status, 1);
-    EXPECT_EQ(failed.json()[u"error"_s][u"number"_s], 3061);
-}
-
-TEST_F(Commands, sqlRefusesASecondStatementAndChangesNothing) {
-    importSmall();
-    for (const QString& statement : {u"SELECT 1; DELETE FROM ARTIKEL"_s, u"DELETE FROM ARTIKEL; SELECT 1"_s, u""_s,
-                                     u"DROP TABLE ARTIKEL"_s, u"PRAGMA user_version"_s, u"weg"_s})
-        EXPECT_EQ(tool.run({u"sql"_s, u"klein.sqlite"_s, statement}).status, 1) << statement.toStdString();
-    EXPECT_TRUE(sql(u"SELECT Count(*) FROM ARTIKEL"_s).contains(u"40"));
-}
-
-TEST_F(Commands, sqlWorksOnAnyDatabase) {
-    QProcess shell;
-    shell.start(u"sqlite3"_s, {tool.path(u"fremd.db"_s), u"CREATE TABLE Kunde(Nr INTEGER, Name TEXT); "
-                                                         "INSERT INTO Kunde VALUES(1, 'Öhler'), (2, NULL)"_s});
-    if (!shell.waitForFinished() || shell.exitCode() != 0) GTEST_SKIP() << "needs the program sqlite3";
-    const ToolResult rows = tool.run({u"sql"_s, u"fremd.db"_s, u"SELECT Name FROM Kunde WHERE Name='öHLER'"_s});
-    EXPECT_EQ(rows.status, 0) << rows.errors.toStdString();
-    EXPECT_TRUE(rows.output.contains(u"Öhler"));
-    const ToolResult info = tool.run({u"info"_s, u"fremd.db"_s});
-    EXPECT_EQ(info.status, 1);
-    EXPECT_TRUE(info.errors.contains(u"'ABSENDER'")) << info.errors.toStdString();
 }

@@ -8,7 +8,8 @@ TEST(Usage, helpOfTheToolAndOfEachCommand) {
     const Tool tool;
     const ToolResult general = tool.run({u"--help"_s});
     EXPECT_EQ(general.status, 0);
-    for (const QString& command : {u"new"_s, u"demo"_s, u"import"_s, u"info"_s, u"tree"_s, u"check"_s, u"sql"_s}) {
+    for (const QString& command :
+         {u"new"_s, u"demo"_s, u"import"_s, u"info"_s, u"tree"_s, u"check"_s, u"sql"_s, u"find"_s}) {
         EXPECT_TRUE(general.output.contains(command));
         const ToolResult help = tool.run({command, u"--help"_s});
         EXPECT_EQ(help.status, 0);
@@ -29,6 +30,7 @@ TEST(Usage, wrongCallsHaveAStatusOfTheirOwnAndSayWhy) {
                  {{u"new"_s, u"a"_s, u"b"_s}, u"'b'"_s},
                  {{u"new"_s, u"a"_s, u"--json"_s}, u"'json'"_s},
                  {{u"sql"_s, u"a"_s}, u"STATEMENT"_s},
+                 {{u"find"_s, u"a"_s, u"b"_s}, u"CRITERION"_s},
                  {{u"demo"_s, u"a"_s, u"--articles"_s}, u"Wert"_s},
                  {{u"demo"_s, u"a"_s, u"--articles"_s, u"viele"_s}, u"--articles"_s},
                  {{u"demo"_s, u"a"_s, u"--articles"_s, u"-1"_s}, u"--articles"_s},

@@ -2,6 +2,7 @@
 
 #include "apps/mklart/Commands.h"
 #include "apps/mklart/Console.h"
+#include "apps/mklart/QueryCommand.h"
 
 #include <QCommandLineParser>
 #include <QLocale>
@@ -51,6 +52,8 @@ const QList<Command>& commands() {
     const Option json{u"json"_s, {}, TextId::ToolHelpJson};
     const Argument catalogue{u"FILE"_s, TextId::ToolHelpCatalogue};
     const Argument newFile{u"FILE"_s, TextId::ToolHelpNewFile};
+    const Argument file{u"FILE"_s, TextId::ToolHelpDatabase};
+    const QList<Option> queryOptions = QList<Option>{json} + queryFileOptions();
     static const QList<Command> rows = {
         {u"new"_s, TextId::ToolSummaryNew, {newFile}, {}, runNew},
         {u"demo"_s,
@@ -76,9 +79,16 @@ const QList<Command>& commands() {
         {u"check"_s, TextId::ToolSummaryCheck, {catalogue}, {json}, runCheck},
         {u"sql"_s,
          TextId::ToolSummarySql,
-         {{u"FILE"_s, TextId::ToolHelpDatabase}, {u"STATEMENT"_s, TextId::ToolHelpStatement}},
-         {json},
-         runSql},
+         {file, {u"STATEMENT"_s, TextId::ToolHelpStatement}},
+         queryOptions,
+         runSql,
+         TextId::ToolNotesLines},
+        {u"find"_s,
+         TextId::ToolSummaryFind,
+         {file, {u"SOURCE"_s, TextId::ToolHelpQuery}, {u"CRITERION"_s, TextId::ToolHelpCriterion}},
+         queryOptions,
+         runFind,
+         TextId::ToolNotesLines},
     };
     return rows;
 }
@@ -160,8 +170,9 @@ QString helpOf(const Command& command) {
         usage += argument.required ? u' ' + argument.name : u" ["_s + argument.name + u']';
         arguments += helpLine(argument.name, text(argument.help));
     }
+    const QString notes = command.notes ? text(*command.notes) + u"\n\n"_s : QString();
     return text(command.summary) + u"\n\n"_s + text(TextId::ToolUsage, {usage}) + u'\n' + arguments + u'\n' +
-           optionsHelp(command.options + commonOptions()) + u'\n' + text(TextId::ToolExitCodes);
+           optionsHelp(command.options + commonOptions()) + u'\n' + notes + text(TextId::ToolExitCodes);
 }
 
 } // namespace mkl

@@ -6,6 +6,7 @@
 #include <QList>
 #include <QSet>
 #include <QStringList>
+#include <optional>
 
 namespace mkl {
 
@@ -29,6 +30,7 @@ struct Command {
     QList<Argument> arguments;
     QList<Option> options;
     int (*run)(const Invocation& call); ///< gives the exit status
+    std::optional<TextId> notes = {};   ///< more to say below the options
 };
 
 const QList<Command>& commands();

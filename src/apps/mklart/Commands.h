@@ -12,5 +12,6 @@ int runInfo(const Invocation& call);
 int runTree(const Invocation& call);
 int runCheck(const Invocation& call);
 int runSql(const Invocation& call);
+int runFind(const Invocation& call);
 
 } // namespace mkl

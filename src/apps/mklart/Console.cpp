@@ -1,7 +1,10 @@
 #include "apps/mklart/Console.h"
 
+#include "base/RunTimeError.h"
 #include "base/Texts.h"
 
+#include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <filesystem>
 
@@ -10,10 +13,20 @@ namespace mkl {
 namespace {
 
 constexpr qint64 pauseMilliseconds = 100;
+constexpr Long diskError = 3043;
 
-void write(std::FILE* stream, const QString& text) {
+bool gone = false;
+
+bool write(std::FILE* stream, const QString& text) {
     const QByteArray utf8 = text.toUtf8();
-    std::fwrite(utf8.constData(), 1, static_cast<std::size_t>(utf8.size()), stream);
+    const auto size = static_cast<std::size_t>(utf8.size());
+    return std::fwrite(utf8.constData(), 1, size, stream) == size;
+}
+
+void requireWritten(bool written) {
+    if (written) return;
+    gone = errno == EPIPE;
+    throwError(diskError, {text(TextId::ToolOutput)});
 }
 
 /// Where there is no such name, nothing is shown; a redirected stream is a file or a pipe.
@@ -25,12 +38,30 @@ bool errorsGoToTerminal() {
 } // namespace
 
 void printLine(const QString& line) {
-    write(stdout, line + u'\n');
+    print(line + u'\n');
+}
+
+void print(const QString& part) {
+    requireWritten(write(stdout, part));
+}
+
+void flushOutput() {
+    requireWritten(std::fflush(stdout) == 0);
+}
+
+bool outputIsGone() {
+    return gone;
 }
 
 void complain(const QString& line) {
     std::fflush(stdout);
     write(stderr, line + u'\n');
+}
+
+void surviveBrokenPipes() {
+#ifdef SIGPIPE
+    std::signal(SIGPIPE, SIG_IGN);
+#endif
 }
 
 ProgressLine::ProgressLine()

@@ -10,4 +10,7 @@ QString jsonString(QStringView text);
 /// data as hexadecimal digits, Null null.
 QString jsonValue(const Variant& value);
 
+/// "YYYY-MM-DD", with " HH:MM:SS" where the time is not midnight.
+QString dateText(double date);
+
 } // namespace mkl

@@ -5,15 +5,18 @@
 
 #include <QCoreApplication>
 
-int main(int argc, char** argv) {
-    using namespace mkl;
-    using namespace Qt::StringLiterals;
-    QCoreApplication application(argc, argv);
-    QStringList arguments = QCoreApplication::arguments().mid(1);
+namespace mkl {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+int runTool(QStringList arguments) {
     chooseLanguage(arguments);
     const QString name = arguments.value(0);
     if (name == u"--help" || name == u"help") {
         printLine(generalHelp());
+        flushOutput();
         return Success;
     }
     const Command* command = findCommand(name);
@@ -21,9 +24,24 @@ int main(int argc, char** argv) {
         complain(name.isEmpty() ? generalHelp() : text(TextId::ToolUnknownCommand, {name}));
         return WrongUsage;
     }
+    const int status = command->run(Invocation(*command, arguments.mid(1)));
+    flushOutput();
+    return status;
+}
+
+} // namespace
+
+} // namespace mkl
+
+int main(int argc, char** argv) {
+    using namespace mkl;
+    using namespace Qt::StringLiterals;
+    QCoreApplication application(argc, argv);
+    surviveBrokenPipes();
     try {
-        return command->run(Invocation(*command, arguments.mid(1)));
+        return runTool(QCoreApplication::arguments().mid(1));
     } catch (const RunTimeError& error) {
+        if (outputIsGone()) return Failure;
         complain(u"mklart: "_s + visibleText(error.description()));
     } catch (const std::exception& error) {
         complain(u"mklart: "_s + QString::fromUtf8(error.what()));
