@@ -1,25 +1,13 @@
 #pragma once
 // Criteria over the rows of a result: what Find, Filter and Sort of a record set ask for.
-#include "base/Variant.h"
 #include "jet/Plan.h"
+#include "jet/RowValues.h"
 
-#include <QByteArrayView>
-#include <QList>
 #include <QStringView>
 #include <memory>
-#include <optional>
 #include <span>
 
 namespace jet {
-
-/// The values of the row under test, by number of the output column.
-class RowValues {
-public:
-    virtual ~RowValues() = default;
-    virtual mkl::Variant value(int column) const = 0;
-    /// The UTF-8 of a text, without decoding it; nothing where value() is no text. Only asked of text columns.
-    virtual std::optional<QByteArrayView> utf8(int /*column*/) const { return {}; }
-};
 
 /// A condition on one row, ready to be asked of many. Cheap to copy; several threads may share it.
 ///

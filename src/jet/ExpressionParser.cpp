@@ -43,9 +43,9 @@ std::optional<BinaryOperator> symbolOperator(char16_t symbol) {
     case u'=': return {{Op::Equal, ComparisonPower}};
     case u'<': return {{Op::Less, ComparisonPower}};
     case u'>': return {{Op::Greater, ComparisonPower}};
-    case lessOrEqual: return {{Op::LessOrEqual, ComparisonPower}};
-    case greaterOrEqual: return {{Op::GreaterOrEqual, ComparisonPower}};
-    case notEqual: return {{Op::NotEqual, ComparisonPower}};
+    case lessOrEqualSign: return {{Op::LessOrEqual, ComparisonPower}};
+    case greaterOrEqualSign: return {{Op::GreaterOrEqual, ComparisonPower}};
+    case notEqualSign: return {{Op::NotEqual, ComparisonPower}};
     default: return {};
     }
 }

@@ -78,9 +78,9 @@ Token Lexer::next() {
     case Single:
         if (first == u'.' && isDigit(at(1))) return number();
         if (first == u'&' && (at(1) == u'H' || at(1) == u'h') && isHexDigit(at(2))) return hexadecimal();
-        if (first == u'<' && at(1) == u'=') return symbol(lessOrEqual, 2);
-        if (first == u'<' && at(1) == u'>') return symbol(notEqual, 2);
-        if (first == u'>' && at(1) == u'=') return symbol(greaterOrEqual, 2);
+        if (first == u'<' && at(1) == u'=') return symbol(lessOrEqualSign, 2);
+        if (first == u'<' && at(1) == u'>') return symbol(notEqualSign, 2);
+        if (first == u'>' && at(1) == u'=') return symbol(greaterOrEqualSign, 2);
         return symbol(first.unicode(), 1);
     default: break;
     }

@@ -6,33 +6,11 @@
 #include "jet/Operands.h"
 #include "jet/Schema.h"
 
-#include <optional>
-
 namespace jet {
 
 using Type = Variant::Type;
 
 namespace {
-
-using Truth = std::optional<bool>;
-
-Truth truthOf(const Variant& value) {
-    if (value.isNull()) return {};
-    return numberOf(value) != 0.0;
-}
-
-Variant fromTruth(Truth truth) {
-    return truth ? Variant(*truth) : Variant();
-}
-
-Truth either(Truth a, Truth b) {
-    if (a.value_or(false) || b.value_or(false)) return true;
-    return a && b ? Truth(false) : std::nullopt;
-}
-
-Truth inverse(Truth a) {
-    return a ? Truth(!*a) : std::nullopt;
-}
 
 template<class T>
 int threeWay(T a, T b) {
@@ -125,6 +103,24 @@ constexpr Operator table[] = {
 
 std::span<const Operator> operators() {
     return table;
+}
+
+Truth truthOf(const Variant& value) {
+    if (value.isNull()) return {};
+    return numberOf(value) != 0.0;
+}
+
+Variant fromTruth(Truth truth) {
+    return truth ? Variant(*truth) : Variant();
+}
+
+Truth either(Truth a, Truth b) {
+    if (a.value_or(false) || b.value_or(false)) return true;
+    return a && b ? Truth(false) : std::nullopt;
+}
+
+Truth inverse(Truth a) {
+    return a ? Truth(!*a) : std::nullopt;
 }
 
 Variant concat(const Variant& a, const Variant& b) {

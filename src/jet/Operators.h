@@ -3,6 +3,7 @@
 // An operand of the wrong type is 3464, a division by zero 11, a result out of range 6.
 #include "base/Variant.h"
 
+#include <optional>
 #include <span>
 
 namespace jet {
@@ -33,6 +34,11 @@ Variant between(const Variant& value, const Variant& bound1, const Variant& boun
 Variant like(const Variant& value, const Variant& pattern);                          ///< 93 for a broken pattern
 
 // Three-valued: any number but 0 is true, Null is unknown.
+using Truth = std::optional<bool>;
+Truth truthOf(const Variant& a);
+Variant fromTruth(Truth truth);
+Truth either(Truth a, Truth b);
+Truth inverse(Truth a);
 Variant truth(const Variant& a); ///< the value as a condition: yes, no or Null
 Variant logicalNot(const Variant& a);
 Variant logicalAnd(const Variant& a, const Variant& b);

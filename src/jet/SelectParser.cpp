@@ -28,7 +28,7 @@ SelectStatement SelectParser::parse() {
     select.where = parseWhere();
     parseGroupBy(select);
     if (tokens_.accept(Keyword::Having)) select.having = parseCondition(havingSyntax);
-    parseOrderBy(select);
+    if (acceptClause(Keyword::Order)) select.orderBy = parseOrderList();
     if (tokens_.at(Keyword::Union)) tokens_.fail(unionSyntax);
     if (!tokens_.atEnd() && !tokens_.at(u';')) tokens_.fail(selectSyntax);
     return select;
@@ -165,17 +165,18 @@ void SelectParser::parseGroupBy(SelectStatement& select) {
     if (!atClauseEnd()) tokens_.fail(groupBySyntax);
 }
 
-void SelectParser::parseOrderBy(SelectStatement& select) {
-    if (!acceptClause(Keyword::Order)) return;
+std::vector<OrderItem> SelectParser::parseOrderList() {
+    std::vector<OrderItem> items;
     do {
         if (atClauseEnd()) tokens_.fail(orderBySyntax);
         OrderItem item;
         item.expression = expressions_.parse();
         item.descending = tokens_.accept(Keyword::Desc);
         if (!item.descending) tokens_.accept(Keyword::Asc);
-        select.orderBy.push_back(std::move(item));
+        items.push_back(std::move(item));
     } while (tokens_.accept(u','));
     if (!atClauseEnd()) tokens_.fail(orderBySyntax);
+    return items;
 }
 
 bool SelectParser::acceptClause(Keyword first) {

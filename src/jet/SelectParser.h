@@ -16,6 +16,8 @@ public:
     TableSource parseTable(mkl::Long errorNumber);
     /// The condition behind WHERE, if WHERE stands here.
     ExpressionPtr parseWhere();
+    /// What stands behind ORDER BY.
+    std::vector<OrderItem> parseOrderList();
 
 private:
     void parsePredicates(SelectStatement& select);
@@ -28,7 +30,6 @@ private:
     std::optional<JoinKind> acceptJoinKind();
     ExpressionPtr parseCondition(mkl::Long errorNumber);
     void parseGroupBy(SelectStatement& select);
-    void parseOrderBy(SelectStatement& select);
 
     bool acceptClause(Keyword first);
     bool atClauseEnd() const;

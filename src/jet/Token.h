@@ -60,9 +60,9 @@ enum class Keyword : quint8 {
 };
 
 /// Comparisons of two characters are one symbol each.
-inline constexpr char16_t lessOrEqual = u'≤';
-inline constexpr char16_t greaterOrEqual = u'≥';
-inline constexpr char16_t notEqual = u'≠';
+inline constexpr char16_t lessOrEqualSign = u'≤';
+inline constexpr char16_t greaterOrEqualSign = u'≥';
+inline constexpr char16_t notEqualSign = u'≠';
 
 struct Token {
     TokenKind kind = TokenKind::End;
