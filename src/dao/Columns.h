@@ -11,6 +11,7 @@ class Columns {
 public:
     explicit Columns(QList<jet::OutputColumn> columns);
 
+    const QList<jet::OutputColumn>& list() const { return columns_; }
     int count() const { return static_cast<int>(columns_.size()); }
     const jet::OutputColumn& at(int ordinal) const { return columns_.at(ordinal); }
     /// By name, by "TABLE.Column", both without regard to case; -1 if there is none.

@@ -6,7 +6,9 @@
 #include "jet/Schema.h"
 
 #include <QByteArray>
+#include <QSet>
 #include <QStringList>
+#include <limits>
 #include <memory>
 #include <span>
 
@@ -29,12 +31,19 @@ class Statement {
 public:
     virtual ~Statement() = default;
     /// Appends the rows to the store.
-    virtual void read(std::span<const StoredValue> parameters, RowStore& rows) = 0;
+    void read(std::span<const StoredValue> parameters, RowStore& rows) {
+        readSome(parameters, rows, std::numeric_limits<qsizetype>::max());
+    }
+    /// The same, but stops after limit rows where as little work was done for them that nothing is lost by beginning
+    /// anew. True if these are all rows.
+    virtual bool readSome(std::span<const StoredValue> parameters, RowStore& rows, qsizetype limit) = 0;
     /// Runs an action; the number of rows that it changed.
     virtual qint64 run(std::span<const StoredValue> parameters) = 0;
     /// True once after the engine had to prepare it anew since something about the tables changed.
     virtual bool takeStale() = 0;
 };
+
+class PendingRead;
 
 class Connection {
 public:
@@ -44,8 +53,13 @@ public:
     /// Ends it, with an open transaction undone. All its statements are invalid then.
     virtual void close() = 0;
     virtual bool isUpdatable() const = 0;
-    /// 3027 for a read-only database, 3246 in a doomed transaction.
-    void requireWritable() const;
+    /// Stands before every change: 3027 for a read-only database, 3246 in a doomed transaction; what is still to be
+    /// read as it is now is read.
+    void requireWritable();
+    /// Has pending rows read, for changes that are no writes (a rollback, a script).
+    void readPending();
+    void addPending(PendingRead* read) { pending_.insert(read); }
+    void removePending(PendingRead* read) { pending_.remove(read); }
 
     /// One statement; 3112 where it reaches beyond its access, 3142 where another one follows.
     virtual std::shared_ptr<Statement> prepare(const QByteArray& native, Access access = Access::Read) = 0;
@@ -81,6 +95,7 @@ public:
 
 private:
     Transaction transaction_{*this};
+    QSet<PendingRead*> pending_;
 };
 
 } // namespace dao

@@ -17,7 +17,7 @@ void Cursor::setAbsolutePosition(Long) {
 }
 
 void Cursor::moveBy(Long rows) {
-    if (rows == 0 && (isBof() || isEof())) mkl::throwError(err::NoCurrentRecord);
+    if (rows == 0) value(0); // there must be a row to stay on
     for (; rows > 0; --rows) {
         moveNext();
         if (isEof()) return;

@@ -1,8 +1,8 @@
 #include "dao/Database.h"
 
+#include "dao/CursorFactory.h"
 #include "dao/Errors.h"
 #include "dao/PlanCache.h"
-#include "dao/StoredRowsCursor.h"
 #include "dao/TableCursor.h"
 
 #include <algorithm>
@@ -43,7 +43,7 @@ bool isOpenType(Long type) {
 struct Database::Data {
     QString name;
     std::shared_ptr<Connection> connection;
-    PlanCache plans;
+    std::shared_ptr<PlanCache> plans = std::make_shared<PlanCache>();
     Long recordsAffected = 0;
 
     Connection& opened() {
@@ -53,13 +53,11 @@ struct Database::Data {
     void refreshSchema();
     const jet::Table& table(const QString& tableName);
     bool isTable(const QString& source);
-    std::unique_ptr<Cursor> cursorOf(const QString& sql, Long type);
-    std::shared_ptr<Translation> read(const QString& sql, RowStore& rows);
-    bool readCurrent(Translation& translation, const jet::Shape& shape, RowStore& rows);
+    std::unique_ptr<Cursor> cursorOf(const QuerySource& source, Long type);
 };
 
 void Database::Data::refreshSchema() {
-    if (connection->refreshSchema()) plans.clear();
+    if (connection->refreshSchema()) plans->clear();
 }
 
 const jet::Table& Database::Data::table(const QString& tableName) {
@@ -75,37 +73,9 @@ bool Database::Data::isTable(const QString& source) {
     return source.size() <= longestTableName && connection->schema().findTable(source.trimmed());
 }
 
-std::unique_ptr<Cursor> Database::Data::cursorOf(const QString& sql, Long type) {
-    if (type == dbOpenTable) mkl::throwError(err::ObjectNotFound, {sql});
-    if (type != dbOpenSnapshot && type != dbOpenForwardOnly) mkl::throwError(err::NotSupportedByType);
-    RowStore rows;
-    const auto translation = read(sql, rows);
-    if (type == dbOpenSnapshot)
-        return std::make_unique<SnapshotCursor>(connection, translation->columns, std::move(rows));
-    return std::make_unique<ForwardOnlyCursor>(connection, translation->columns, std::move(rows));
-}
-
-std::shared_ptr<Translation> Database::Data::read(const QString& sql, RowStore& rows) {
-    const jet::Shape shape = jet::shapeOf(sql);
-    for (;;) {
-        auto translation = plans.translation(shape, sql, *connection);
-        if (translation->plan.kind != jet::StatementKind::Select) mkl::throwError(err::InvalidOperation);
-        if (readCurrent(*translation, shape, rows)) return translation;
-        plans.clear();
-        rows.clear();
-    }
-}
-
-// False where the translation turns out to be older than the tables. Nobody is asked for their state beforehand,
-// which would cost more than most queries; the engine notices it when it runs the statement.
-bool Database::Data::readCurrent(Translation& translation, const jet::Shape& shape, RowStore& rows) {
-    try {
-        translation.statement->read(parameterValues(translation.plan, shape), rows);
-    } catch (const mkl::RunTimeError& error) {
-        if (error.number() != err::InternalError || !connection->refreshSchema()) throw;
-        return false;
-    }
-    return !translation.statement->takeStale() || !connection->refreshSchema();
+std::unique_ptr<Cursor> Database::Data::cursorOf(const QuerySource& source, Long type) {
+    if (type == dbOpenTable) mkl::throwError(err::ObjectNotFound, {source.sql()});
+    return openCursor(source, type == 0 ? dbOpenDynaset : type);
 }
 
 Database::Database(QString name, std::shared_ptr<Connection> connection)
@@ -127,18 +97,20 @@ bool Database::Updatable() const {
 mkl::Ref<Recordset> Database::OpenRecordset(const QString& source, Long type) {
     d_->opened();
     if (!isOpenType(type)) mkl::throwError(mkl::err::InvalidArgument);
-    if (!d_->isTable(source)) return mkl::makeRef<Recordset>(d_->cursorOf(source, type));
+    if (!d_->isTable(source))
+        return mkl::makeRef<Recordset>(d_->cursorOf({d_->connection, d_->plans, source}, type), source);
     const jet::Table& table = d_->table(source);
     if (type == 0 || type == dbOpenTable)
-        return mkl::makeRef<Recordset>(std::make_unique<TableCursor>(d_->connection, table));
-    return mkl::makeRef<Recordset>(d_->cursorOf(u"SELECT * FROM ["_s + table.name + u']', type));
+        return mkl::makeRef<Recordset>(std::make_unique<TableCursor>(d_->connection, table), table.name);
+    const auto rows = QuerySource::ofTable(d_->connection, d_->plans, table.name);
+    return mkl::makeRef<Recordset>(d_->cursorOf(rows, type), table.name);
 }
 
 void Database::Execute(const QString& sql, Long options) {
     Connection& connection = d_->opened();
     d_->refreshSchema();
     const jet::Shape shape = jet::shapeOf(sql);
-    const auto translation = d_->plans.translation(shape, sql, connection);
+    const auto translation = d_->plans->translation(shape, sql, connection);
     if (translation->plan.kind == jet::StatementKind::Select) mkl::throwError(err::ExecuteOfSelect);
     connection.requireWritable();
     auto& statement = (options & dbFailOnError) ? translation->statement : translation->lenientStatement;
@@ -165,6 +137,7 @@ const jet::Schema& Database::schema() const {
 void Database::executeNative(const QString& statements) {
     Connection& connection = d_->opened();
     connection.transaction().requireSound();
+    connection.readPending();
     connection.executeScript(statements.toUtf8());
     d_->refreshSchema();
 }
@@ -176,7 +149,7 @@ RowWriter Database::appendRows(const QString& table, const QStringList& columns)
 
 void Database::Close() {
     d_->opened();
-    d_->plans.clear();
+    d_->plans->clear();
     d_->connection->close();
 }
 
@@ -185,7 +158,7 @@ bool Database::isOpen() const {
 }
 
 const PlanCache& Database::planCache() const {
-    return d_->plans;
+    return *d_->plans;
 }
 
 } // namespace dao

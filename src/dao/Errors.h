@@ -43,6 +43,7 @@ inline constexpr Long Locked = 3260;
 inline constexpr Long ItemNotFound = 3265;
 inline constexpr Long NullNotAllowed = 3314;
 inline constexpr Long RuleViolated = 3317;
+inline constexpr Long NotUpdatable = 3326;
 inline constexpr Long UnknownFormat = 3343;
 inline constexpr Long ValueCount = 3346;
 inline constexpr Long NumericFieldOverflow = 3349;

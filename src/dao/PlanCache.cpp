@@ -11,10 +11,9 @@ namespace {
 
 constexpr size_t variantsPerShape = 8;
 
-bool hasFixedLiterals(const jet::Plan& plan, const jet::Shape& shape) {
-    return std::ranges::all_of(plan.fixedLiterals, [&](const jet::FixedLiteral& fixed) {
-        return shape.literals[fixed.literal] == fixed.value;
-    });
+bool hasFixedLiterals(const QList<jet::FixedLiteral>& fixedLiterals, const jet::Shape& shape) {
+    return std::ranges::all_of(
+        fixedLiterals, [&](const jet::FixedLiteral& fixed) { return shape.literals[fixed.literal] == fixed.value; });
 }
 
 Access accessOf(const jet::Plan& plan) {
@@ -29,28 +28,54 @@ std::shared_ptr<Translation> translate(QStringView text, Connection& connection)
     return result;
 }
 
+std::shared_ptr<DynasetTranslation> translateDynaset(QStringView text, Connection& connection) {
+    auto result = std::make_shared<DynasetTranslation>();
+    result->plan = jet::compileDynaset(text, connection.schema(), connection.target());
+    result->columns = std::make_shared<Columns>(result->plan.columns);
+    if (!result->plan.updatable) return result;
+    result->keys = connection.prepare(result->plan.keys.text);
+    result->row = connection.prepare(result->plan.row.text);
+    return result;
+}
+
 } // namespace
 
-std::shared_ptr<Translation> PlanCache::translation(const jet::Shape& shape, QStringView text, Connection& connection) {
-    const auto suitable = [&](const auto& candidate) { return hasFixedLiterals(candidate->plan, shape); };
-    if (const Variants* known = byShape_.find(shape.key)) {
+template<class Made, class Translate>
+std::shared_ptr<Made> PlanCache::cached(ByShape<Made>& cache, const jet::Shape& shape, Connection& connection,
+                                        Translate&& translate) {
+    const auto suitable = [&](const auto& candidate) { return hasFixedLiterals(candidate->plan.fixedLiterals, shape); };
+    if (const auto* known = cache.find(shape.key)) {
         const auto found = std::ranges::find_if(*known, suitable);
         if (found != known->end()) return *found;
     }
     if (connection.refreshSchema()) clear();
-    auto made = translate(text, connection);
+    std::shared_ptr<Made> made = translate();
     ++compilations_;
-    Variants* known = byShape_.find(shape.key);
-    if (!known) known = &byShape_.insert(shape.key, {});
+    auto* known = cache.find(shape.key);
+    if (!known) known = &cache.insert(shape.key, {});
     if (known->size() >= variantsPerShape) known->erase(known->begin());
     known->push_back(made);
     return made;
 }
 
-Parameters parameterValues(const jet::Plan& plan, const jet::Shape& shape) {
+std::shared_ptr<Translation> PlanCache::translation(const jet::Shape& shape, QStringView text, Connection& connection) {
+    return cached(byShape_, shape, connection, [&] { return translate(text, connection); });
+}
+
+std::shared_ptr<DynasetTranslation> PlanCache::dynaset(const jet::Shape& shape, QStringView text,
+                                                       Connection& connection) {
+    return cached(dynasets_, shape, connection, [&] { return translateDynaset(text, connection); });
+}
+
+void PlanCache::clear() {
+    byShape_.clear();
+    dynasets_.clear();
+}
+
+Parameters parameterValues(const QList<jet::Parameter>& parameters, const jet::Shape& shape) {
     Parameters values;
-    values.reserve(plan.parameters.size());
-    for (const jet::Parameter& parameter : plan.parameters) {
+    values.reserve(parameters.size());
+    for (const jet::Parameter& parameter : parameters) {
         const mkl::Variant& literal = shape.literals[parameter.literal];
         values.append(encode(parameter.negated ? jet::negate(literal) : literal));
     }

@@ -18,13 +18,22 @@ struct Translation {
     std::shared_ptr<Statement> lenientStatement; ///< leaves failing rows out; made when first needed
 };
 
+/// A query translated for a dynaset. Without statements where its rows cannot be edited.
+struct DynasetTranslation {
+    jet::DynasetPlan plan;
+    std::shared_ptr<const Columns> columns;
+    std::shared_ptr<Statement> keys;
+    std::shared_ptr<Statement> row;
+};
+
 /// The translations of a connection by shape, so that a statement which differs only in its literals is neither
 /// parsed nor prepared again. Whoever sees the tables change clears it.
 class PlanCache {
 public:
     /// From the cache, or translated from the text.
     std::shared_ptr<Translation> translation(const jet::Shape& shape, QStringView text, Connection& connection);
-    void clear() { byShape_.clear(); }
+    std::shared_ptr<DynasetTranslation> dynaset(const jet::Shape& shape, QStringView text, Connection& connection);
+    void clear();
 
     /// How often a statement had to be translated since the database was opened.
     qint64 compilations() const { return compilations_; }
@@ -34,14 +43,22 @@ public:
 
 private:
     // Of one shape, one for each set of literals that could not be lifted.
-    using Variants = std::vector<std::shared_ptr<Translation>>;
+    template<class Made>
+    using ByShape = LruCache<QString, std::vector<std::shared_ptr<Made>>>;
+    template<class Made, class Translate>
+    std::shared_ptr<Made> cached(ByShape<Made>& cache, const jet::Shape& shape, Connection& connection,
+                                 Translate&& translate);
 
-    LruCache<QString, Variants> byShape_{capacity};
+    ByShape<Translation> byShape_{capacity};
+    ByShape<DynasetTranslation> dynasets_{capacity};
     qint64 compilations_ = 0;
 };
 
 /// The values for the parameters of the plan, taken from the literals of a text.
 using Parameters = QVarLengthArray<StoredValue, 8>;
-Parameters parameterValues(const jet::Plan& plan, const jet::Shape& shape);
+Parameters parameterValues(const QList<jet::Parameter>& parameters, const jet::Shape& shape);
+inline Parameters parameterValues(const jet::Plan& plan, const jet::Shape& shape) {
+    return parameterValues(plan.parameters, shape);
+}
 
 } // namespace dao

@@ -109,6 +109,16 @@ void RowStore::appendBlob(QByteArrayView bytes) {
     appendBytes(Blob, bytes);
 }
 
+void RowStore::append(const StoredValue& value) {
+    switch (value.kind) {
+    case StoredValue::Kind::Null: appendNull(); break;
+    case StoredValue::Kind::Integer: appendInteger(value.integer); break;
+    case StoredValue::Kind::Real: appendReal(value.real); break;
+    case StoredValue::Kind::Text: appendText(value.bytes); break;
+    case StoredValue::Kind::Blob: appendBlob(value.bytes); break;
+    }
+}
+
 void RowStore::endRow() {
     rows_.push_back(rowStart_);
     rowStart_ = next_;
@@ -135,6 +145,15 @@ StoredValue RowStore::value(qsizetype row, int column) const {
     const qsizetype length = readLength(from);
     const QByteArray bytes = QByteArray::fromRawData(from, length);
     return mark == Text ? StoredValue::ofText(bytes) : StoredValue::ofBlob(bytes);
+}
+
+std::optional<QByteArrayView> RowStore::text(qsizetype row, int column) const {
+    const char* from = rows_[static_cast<size_t>(row)];
+    for (int skipped = 0; skipped < column; ++skipped)
+        from = afterValue(from);
+    if (static_cast<quint8>(*from++) != Text) return std::nullopt;
+    const qsizetype length = readLength(from);
+    return QByteArrayView(from, length);
 }
 
 qsizetype RowStore::bytesTaken() const {

@@ -3,6 +3,7 @@
 
 #include <QByteArrayView>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace dao {
@@ -17,6 +18,7 @@ public:
     void appendReal(double value);
     void appendText(QByteArrayView utf8);
     void appendBlob(QByteArrayView bytes);
+    void append(const StoredValue& value);
     void endRow();
 
     qsizetype size() const { return static_cast<qsizetype>(rows_.size()); }
@@ -25,6 +27,9 @@ public:
 
     /// Its bytes refer to the store: they hold until clear() or the end of the store.
     StoredValue value(qsizetype row, int column) const;
+
+    /// The bytes of a text, nothing for another value; they hold as long.
+    std::optional<QByteArrayView> text(qsizetype row, int column) const;
 
     /// Memory taken, for figures.
     qsizetype bytesTaken() const;

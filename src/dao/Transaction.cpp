@@ -27,6 +27,7 @@ void Transaction::commit() {
 void Transaction::rollback() {
     if (depth_ == 0) mkl::throwError(err::NoTransaction);
     const bool undoneAlready = isDoomed();
+    if (!undoneAlready) connection_.readPending();
     --depth_;
     if (undoneAlready) return;
     if (depth_ == 0) {

@@ -64,9 +64,7 @@ struct DynasetPlanOf {
         return texts.join(u' ');
     }
     Parameters literals(const jet::NativeStatement& statement) const {
-        jet::Plan asPlan;
-        asPlan.parameters = statement.parameters;
-        return parameterValues(asPlan, shape);
+        return parameterValues(statement.parameters, shape);
     }
     QList<int> sourcesOfColumns() const {
         QList<int> result;

@@ -30,14 +30,27 @@ SqliteStatement::SqliteStatement(std::shared_ptr<SqliteSession> session, const Q
     session_->check(code);
 }
 
-void SqliteStatement::read(std::span<const StoredValue> parameters, RowStore& rows) {
+bool SqliteStatement::readSome(std::span<const StoredValue> parameters, RowStore& rows, qsizetype limit) {
     const ResetAtEnd reset(statement_.get());
     const SqliteSession::AccessScope scope(*session_, access_); // it may be prepared anew
     bind(parameters);
+    for (const int counter : {SQLITE_STMTSTATUS_VM_STEP, SQLITE_STMTSTATUS_SORT})
+        sqlite3_stmt_status(statement_.get(), counter, 1);
     int code = SQLITE_OK;
-    while ((code = sqlite3_step(statement_.get())) == SQLITE_ROW)
+    for (qsizetype read = 0; (code = sqlite3_step(statement_.get())) == SQLITE_ROW; ++read) {
+        if (read == limit && isCheapSoFar(read)) return false;
         appendRow(rows);
+    }
     session_->check(code);
+    return true;
+}
+
+// A scan takes a few steps of the engine's machine per row; a sort or a search for rare rows takes many before the
+// first one.
+bool SqliteStatement::isCheapSoFar(qsizetype rows) const {
+    constexpr qsizetype stepsPerRow = 100;
+    const auto counted = [&](int counter) { return sqlite3_stmt_status(statement_.get(), counter, 0); };
+    return counted(SQLITE_STMTSTATUS_SORT) == 0 && counted(SQLITE_STMTSTATUS_VM_STEP) < rows * stepsPerRow;
 }
 
 qint64 SqliteStatement::run(std::span<const StoredValue> parameters) {

@@ -8,7 +8,7 @@ class SqliteStatement final : public Statement {
 public:
     SqliteStatement(std::shared_ptr<SqliteSession> session, const QByteArray& native, Access access);
 
-    void read(std::span<const StoredValue> parameters, RowStore& rows) override;
+    bool readSome(std::span<const StoredValue> parameters, RowStore& rows, qsizetype limit) override;
     qint64 run(std::span<const StoredValue> parameters) override;
     bool takeStale() override;
 
@@ -19,6 +19,7 @@ private:
 
     void bind(std::span<const StoredValue> parameters);
     int bindOne(int number, const StoredValue& value);
+    bool isCheapSoFar(qsizetype rows) const;
     void appendRow(RowStore& rows) const;
 
     std::shared_ptr<SqliteSession> session_;

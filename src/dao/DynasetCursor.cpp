@@ -1,0 +1,206 @@
+#include "dao/DynasetCursor.h"
+
+#include "dao/CursorFactory.h"
+#include "dao/Errors.h"
+#include "dao/StoredRowReader.h"
+
+#include <algorithm>
+#include <numeric>
+
+namespace dao {
+
+DynasetCursor::DynasetCursor(std::shared_ptr<DynasetRows> rows, Derivations derivations)
+    : ScrollCursor(rows->source().connection(), rows->columns(), AfterFailedFind::Nowhere)
+    , rows_(std::move(rows))
+    , derivations_(std::move(derivations))
+    , buffer_(editColumns(columns().list(), connection().schema())) {
+    begin();
+}
+
+DynasetCursor::DynasetCursor(const DynasetCursor& original, Clone)
+    : ScrollCursor(original.sharedConnection(), original.sharedColumns(), AfterFailedFind::Stays)
+    , rows_(original.rows_)
+    , derivations_(original.derivations_)
+    , buffer_(editColumns(columns().list(), connection().schema())) {}
+
+// Added rows count at once, others when they were visited.
+Long DynasetCursor::recordCount() const {
+    const qsizetype counted = std::min(rows_->visited, rows_->firstAdded());
+    const qsizetype added = rows_->count() - rows_->firstAdded();
+    const qsizetype deletedOfAdded = rows_->deletedBefore(rows_->count()) - rows_->deletedBefore(rows_->firstAdded());
+    return static_cast<Long>(counted - rows_->deletedBefore(counted) + added - deletedOfAdded);
+}
+
+mkl::Variant DynasetCursor::value(int ordinal) const {
+    if (buffer_.isActive()) return buffer_.value(ordinal);
+    return decode(loadedRow().value(0, ordinal), columns().at(ordinal).type);
+}
+
+mkl::Variant DynasetCursor::lastModified() const {
+    if (lastModified_ < 0) mkl::throwError(err::NoCurrentRecord);
+    return bookmarkOf(lastModified_);
+}
+
+std::unique_ptr<Cursor> DynasetCursor::clone() const {
+    return std::unique_ptr<Cursor>(new DynasetCursor(*this, Clone()));
+}
+
+std::unique_ptr<Cursor> DynasetCursor::derive(const QString& filter, const QString& sort, Long type) {
+    const Long derivedAs = derivedType(type, dbOpenDynaset);
+    const Derivation derivation{filter, sort};
+    const CopiedRows now = copyOf(*rows_);
+    QList<qsizetype> places(now.numbers.size());
+    std::iota(places.begin(), places.end(), 0);
+    StoredRowReader reader(*now.values, columns());
+    places = chosenRows(derivation, columns(), reader, std::move(places));
+    const Derivations derivations = derivations_ + Derivations{derivation};
+    if (derivedAs != dbOpenDynaset) {
+        auto rows = std::make_shared<SnapshotRows>(rows_->source(), sharedColumns(), now.values,
+                                                   std::vector<quint32>(places.cbegin(), places.cend()));
+        return cursorOver(std::move(rows), derivedAs, derivations);
+    }
+    for (qsizetype& place : places)
+        place = now.numbers[place];
+    return std::make_unique<DynasetCursor>(std::make_shared<DynasetRows>(*rows_, places), derivations);
+}
+
+void DynasetCursor::requery() {
+    auto rows = dynasetRows(rows_->source());
+    if (!rows || rows->columns()->count() != columns().count()) mkl::throwError(err::ObjectInvalid);
+    DynasetCursor anew(std::move(rows));
+    for (const Derivation& derivation : derivations_) {
+        const auto derived = anew.derive(derivation.filter, derivation.sort, dbOpenDynaset);
+        anew.rows_ = static_cast<DynasetCursor&>(*derived).rows_;
+    }
+    rows_ = anew.rows_;
+    loaded_ = lastModified_ = -1;
+    begin();
+}
+
+void DynasetCursor::edit() {
+    if (!connection().isUpdatable()) mkl::throwError(err::ReadOnly);
+    buffer_.clear();
+    loaded_ = -1; // as it is now
+    buffer_.beginEdit(loadedRow());
+}
+
+void DynasetCursor::addNew() {
+    buffer_.clear();
+    const int source = rows_->plan().deleteSource;
+    const RowEditor editor = editorOf(source);
+    ColumnValues initial;
+    unseen_.clear();
+    for (const ColumnValue& value : editor.initialValues()) {
+        const QString& name = editor.table().columns[value.column].name;
+        int ordinal = 0;
+        while (ordinal < columns().count() &&
+               (columns().at(ordinal).source != source || columns().at(ordinal).sourceColumn != name))
+            ++ordinal;
+        if (ordinal < columns().count())
+            initial.append({ordinal, value.value});
+        else
+            unseen_.append(value);
+    }
+    buffer_.beginAdd(initial);
+}
+
+void DynasetCursor::setValue(int ordinal, const mkl::Variant& value) {
+    const jet::OutputColumn& column = columns().at(ordinal);
+    if (buffer_.isActive() && column.source >= 0) {
+        const bool elsewhere =
+            editMode() == EditMode::Add ? column.source != rows_->plan().deleteSource : isAbsent(column.source);
+        if (elsewhere) mkl::throwError(err::FieldNotUpdatable, {column.name});
+    }
+    buffer_.set(ordinal, value);
+}
+
+void DynasetCursor::update() {
+    switch (editMode()) {
+    case EditMode::None: mkl::throwError(err::UpdateWithoutEdit);
+    case EditMode::InProgress: storeEdit(); break;
+    case EditMode::Add: storeAdd(); break;
+    }
+    buffer_.clear();
+}
+
+void DynasetCursor::cancelUpdate() {
+    if (!buffer_.isActive()) mkl::throwError(err::UpdateWithoutEdit);
+    buffer_.clear();
+}
+
+void DynasetCursor::remove() {
+    const qsizetype row = currentRow();
+    if (rows_->isDeleted(row)) mkl::throwError(err::RecordDeleted);
+    const int source = rows_->plan().deleteSource;
+    editorOf(source).remove(rows_->key(row, source));
+    rows_->markDeleted(row);
+    loaded_ = -1;
+}
+
+qsizetype DynasetCursor::search(const jet::Criterion& criterion, qsizetype first, int step) const {
+    RowStore values;
+    StoredRowReader reader(values, columns());
+    reader.moveTo(0);
+    for (qsizetype row = first; row >= 0 && row < rows_->count(); row += step)
+        if (!rows_->isDeleted(row) && rows_->read(row, values) && criterion.holds(reader)) return row;
+    return -1;
+}
+
+const RowStore& DynasetCursor::loadedRow() const {
+    const qsizetype row = currentRow();
+    if (loaded_ == row && changeStamp_ == connection().changeStamp()) return row_;
+    loaded_ = -1;
+    if (rows_->isDeleted(row) || !rows_->read(row, row_)) mkl::throwError(err::RecordDeleted);
+    loaded_ = row;
+    changeStamp_ = connection().changeStamp();
+    return row_;
+}
+
+RowEditor DynasetCursor::editorOf(int source) const {
+    const QString& name = rows_->plan().sources[source].table;
+    const jet::Table* table = connection().schema().findTable(name);
+    if (!table) mkl::throwError(err::TableNotFound, {name});
+    return {sharedConnection(), *table};
+}
+
+// The outer join found no row there.
+bool DynasetCursor::isAbsent(int source) const {
+    return rows_->key(currentRow(), source).first().kind == StoredValue::Kind::Null;
+}
+
+ColumnValues DynasetCursor::ofSource(int source, const ColumnValues& values) const {
+    const jet::Table* table = connection().schema().findTable(rows_->plan().sources[source].table);
+    ColumnValues result;
+    for (const ColumnValue& value : values) {
+        const jet::OutputColumn& column = columns().at(value.column);
+        if (column.source == source && table) result.append({table->columnIndex(column.sourceColumn), value.value});
+    }
+    return result;
+}
+
+// Only the tables of columns that were set are touched, all of them or none.
+void DynasetCursor::storeEdit() {
+    const qsizetype row = currentRow();
+    std::vector<std::pair<int, RowKey>> newKeys;
+    connection().requireWritable();
+    connection().transaction().atomically([&] {
+        for (int source = 0; source < rows_->plan().sources.size(); ++source) {
+            const ColumnValues changes = ofSource(source, buffer_.changes());
+            if (changes.isEmpty()) continue;
+            const ColumnValues before = ofSource(source, buffer_.before());
+            newKeys.emplace_back(source, editorOf(source).update(rows_->key(row, source), changes, before));
+        }
+    });
+    for (const auto& [source, key] : newKeys)
+        rows_->setKey(row, source, key);
+    loaded_ = -1;
+    lastModified_ = row;
+}
+
+void DynasetCursor::storeAdd() {
+    const int source = rows_->plan().deleteSource;
+    const ColumnValues values = unseen_ + ofSource(source, buffer_.changes());
+    lastModified_ = rows_->append(editorOf(source).insert(values));
+}
+
+} // namespace dao

@@ -1,0 +1,63 @@
+#pragma once
+#include "dao/DynasetRows.h"
+#include "dao/EditBuffer.h"
+#include "dao/ScrollCursor.h"
+
+namespace dao {
+
+/// Type 2 over rows that can be edited.
+class DynasetCursor final : public ScrollCursor {
+public:
+    explicit DynasetCursor(std::shared_ptr<DynasetRows> rows, Derivations derivations = {});
+
+    Long type() const override { return dbOpenDynaset; }
+    Long recordCount() const override;
+    mkl::Variant value(int ordinal) const override;
+    mkl::Variant lastModified() const override;
+    std::unique_ptr<Cursor> clone() const override;
+    std::unique_ptr<Cursor> derive(const QString& filter, const QString& sort, Long type) override;
+    void requery() override;
+
+    bool isUpdatable() const override { return connection().isUpdatable(); }
+    EditMode editMode() const override { return buffer_.mode(); }
+    void edit() override;
+    /// The new row lies in the table that determines the rows; the columns of the others cannot be set then.
+    void addNew() override;
+    void setValue(int ordinal, const mkl::Variant& value) override;
+    /// What was begun stays begun where it fails.
+    void update() override;
+    void cancelUpdate() override;
+    /// Deletes from the table that determines the row.
+    void remove() override;
+    void dropEdit() override { buffer_.clear(); }
+
+protected:
+    NumberedRows& numbered() const override { return *rows_; }
+    bool hasRow(qsizetype row) const override { return row < rows_->count(); }
+    qsizetype rowCount() const override { return rows_->count(); }
+    bool isLeftOut(qsizetype row) const override { return rows_->isDeleted(row); }
+    qsizetype leftOutBefore(qsizetype row) const override { return rows_->deletedBefore(row); }
+    qsizetype search(const jet::Criterion& criterion, qsizetype first, int step) const override;
+
+private:
+    struct Clone {};
+    DynasetCursor(const DynasetCursor& original, Clone);
+
+    const RowStore& loadedRow() const;
+    RowEditor editorOf(int source) const;
+    bool isAbsent(int source) const;
+    ColumnValues ofSource(int source, const ColumnValues& values) const;
+    void storeEdit();
+    void storeAdd();
+
+    std::shared_ptr<DynasetRows> rows_;
+    Derivations derivations_;
+    EditBuffer buffer_;
+    ColumnValues unseen_; ///< initial values of a new row in columns of its table that are not among ours
+    mutable RowStore row_;
+    mutable qsizetype loaded_ = -1; ///< number of the row in row_
+    mutable quint64 changeStamp_ = 0;
+    qsizetype lastModified_ = -1;
+};
+
+} // namespace dao

@@ -1,0 +1,82 @@
+#include "dao/SnapshotRows.h"
+
+#include "dao/Errors.h"
+
+using namespace Qt::StringLiterals;
+
+namespace dao {
+
+namespace {
+
+// Enough for what is meant for human eyes, little beside the cost of a statement.
+constexpr qsizetype rowsReadAtOnce = 256;
+
+} // namespace
+
+SnapshotRows::SnapshotRows(QuerySource source, Reading reading)
+    : source_(std::move(source)) {
+    const auto result = reading == Reading::AtOnce ? source_.read(*store_) : source_.read(*store_, rowsReadAtOnce);
+    columns_ = result.columns;
+    isRead_ = result.complete;
+    if (!isRead_) source_.connection()->addPending(this);
+}
+
+SnapshotRows::SnapshotRows(QuerySource source, std::shared_ptr<const Columns> columns, std::shared_ptr<RowStore> store,
+                           std::vector<quint32> places)
+    : source_(std::move(source))
+    , columns_(std::move(columns))
+    , store_(std::move(store))
+    , order_(std::move(places))
+    , isDerived_(true)
+    , isRead_(true) {}
+
+SnapshotRows::~SnapshotRows() {
+    if (!isRead_) source_.connection()->removePending(this);
+}
+
+bool SnapshotRows::has(qsizetype row) {
+    if (row < 0) return false;
+    if (!isRead_ && row < store_->size()) return true;
+    return row < count();
+}
+
+qsizetype SnapshotRows::count() {
+    if (isDerived_) return static_cast<qsizetype>(order_.size());
+    if (!isRead_ && !counted_ && !source_.wholeTable().isEmpty()) {
+        RowStore row;
+        QuerySource(source_.connection(), source_.plans(), u"SELECT Count(*) FROM ["_s + source_.wholeTable() + u']')
+            .read(row);
+        counted_ = row.value(0, 0).integer;
+    }
+    if (!isRead_ && counted_) return *counted_;
+    read();
+    return store_->size();
+}
+
+StoredValue SnapshotRows::value(qsizetype row, int column) {
+    if (!isRead_ && row >= store_->size()) read();
+    const qsizetype at = place(row);
+    if (at >= store_->size()) mkl::throwError(err::RecordDeleted);
+    return store_->value(at, column);
+}
+
+void SnapshotRows::read() {
+    if (failure_) throw *failure_;
+    if (isRead_) return;
+    auto all = std::make_shared<RowStore>();
+    const auto result = source_.read(*all);
+    if (result.columns->count() != columns_->count()) mkl::throwError(err::ObjectInvalid);
+    store_ = std::move(all);
+    isRead_ = true;
+    source_.connection()->removePending(this);
+}
+
+void SnapshotRows::readNow() noexcept {
+    try {
+        read();
+    } catch (const mkl::RunTimeError& error) {
+        failure_ = error;
+    }
+}
+
+} // namespace dao
