@@ -73,14 +73,14 @@ void DynasetCursor::requery() {
         anew.rows_ = static_cast<DynasetCursor&>(*derived).rows_;
     }
     rows_ = anew.rows_;
-    loaded_ = lastModified_ = -1;
+    lastModified_ = -1;
     begin();
 }
 
 void DynasetCursor::edit() {
     if (!connection().isUpdatable()) mkl::throwError(err::ReadOnly);
     buffer_.clear();
-    loaded_ = -1; // as it is now
+    isLoaded_ = false; // as it is now
     buffer_.beginEdit(loadedRow());
 }
 
@@ -134,7 +134,7 @@ void DynasetCursor::remove() {
     const int source = rows_->plan().deleteSource;
     editorOf(source).remove(rows_->key(row, source));
     rows_->markDeleted(row);
-    loaded_ = -1;
+    isLoaded_ = false;
 }
 
 qsizetype DynasetCursor::search(const jet::Criterion& criterion, qsizetype first, int step) const {
@@ -148,11 +148,13 @@ qsizetype DynasetCursor::search(const jet::Criterion& criterion, qsizetype first
 
 const RowStore& DynasetCursor::loadedRow() const {
     const qsizetype row = currentRow();
-    if (loaded_ == row && changeStamp_ == connection().changeStamp()) return row_;
-    loaded_ = -1;
+    const quint64 stamp = connection().changeStamp();
+    if (isLoaded_ && loadedAfter_ == moves() && changeStamp_ == stamp) return row_;
+    isLoaded_ = false;
     if (rows_->isDeleted(row) || !rows_->read(row, row_)) mkl::throwError(err::RecordDeleted);
-    loaded_ = row;
-    changeStamp_ = connection().changeStamp();
+    isLoaded_ = true;
+    loadedAfter_ = moves();
+    changeStamp_ = stamp;
     return row_;
 }
 
@@ -193,7 +195,7 @@ void DynasetCursor::storeEdit() {
     });
     for (const auto& [source, key] : newKeys)
         rows_->setKey(row, source, key);
-    loaded_ = -1;
+    isLoaded_ = false;
     lastModified_ = row;
 }
 

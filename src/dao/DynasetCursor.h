@@ -54,8 +54,10 @@ private:
     Derivations derivations_;
     EditBuffer buffer_;
     ColumnValues unseen_; ///< initial values of a new row in columns of its table that are not among ours
+    // The current row as it was when it was visited or this connection last changed something.
     mutable RowStore row_;
-    mutable qsizetype loaded_ = -1; ///< number of the row in row_
+    mutable bool isLoaded_ = false;
+    mutable quint64 loadedAfter_ = 0; ///< moves
     mutable quint64 changeStamp_ = 0;
     qsizetype lastModified_ = -1;
 };

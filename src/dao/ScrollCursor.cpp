@@ -144,6 +144,7 @@ void ScrollCursor::goTo(Place place, qsizetype row) const {
     unsettledFind_.clear();
     place_ = place;
     row_ = row;
+    ++moves_;
     numbered().visited = std::max(numbered().visited, row + 1);
 }
 

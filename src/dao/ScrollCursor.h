@@ -57,6 +57,8 @@ protected:
     qsizetype currentRow() const;
     void goTo(Place place, qsizetype row = -1) const;
     mkl::Variant bookmarkOf(qsizetype row) const;
+    /// Differs after each move, also one to the same row.
+    quint64 moves() const { return moves_; }
 
 private:
     qsizetype nextRow(qsizetype row, int step) const;
@@ -66,6 +68,7 @@ private:
 
     mutable Place place_ = Place::Nowhere;
     mutable qsizetype row_ = -1;
+    mutable quint64 moves_ = 0;
     /// A criterion that some row is known to meet; which one is found out when it matters.
     mutable QString unsettledFind_;
     mutable FindMode unsettledMode_ = FindMode::First;
