@@ -54,6 +54,7 @@ struct Database::Data {
     const jet::Table& table(const QString& tableName);
     bool isTable(const QString& source);
     std::unique_ptr<Cursor> cursorOf(const QuerySource& source, Long type);
+    qint64 run(Translation& translation, const Parameters& parameters, bool strict);
 };
 
 void Database::Data::refreshSchema() {
@@ -113,11 +114,24 @@ void Database::Execute(const QString& sql, Long options) {
     const auto translation = d_->plans->translation(shape, sql, connection);
     if (translation->plan.kind == jet::StatementKind::Select) mkl::throwError(err::ExecuteOfSelect);
     connection.requireWritable();
-    auto& statement = (options & dbFailOnError) ? translation->statement : translation->lenientStatement;
-    if (!statement)
-        statement = connection.prepare(connection.leavingOutFailedRows(translation->plan.native), Access::Write);
     const Parameters parameters = parameterValues(translation->plan, shape);
-    connection.transaction().atomically([&] { d_->recordsAffected = static_cast<Long>(statement->run(parameters)); });
+    const bool strict = (options & dbFailOnError) != 0;
+    connection.transaction().atomically(
+        [&] { d_->recordsAffected = static_cast<Long>(d_->run(*translation, parameters, strict)); });
+}
+
+qint64 Database::Data::run(Translation& translation, const Parameters& parameters, bool strict) {
+    const jet::Plan& plan = translation.plan;
+    if (plan.kind == jet::StatementKind::MakeTable) {
+        translation.statement->run({});
+        return connection->prepare(plan.followUp, Access::Write)->run(parameters);
+    }
+    auto& statement = strict ? translation.statement : translation.lenientStatement;
+    if (!statement) {
+        const QByteArray& native = plan.lenient.isEmpty() ? plan.native : plan.lenient;
+        statement = connection->prepare(connection->leavingOutFailedRows(native), Access::Write);
+    }
+    return statement->run(parameters);
 }
 
 Long Database::RecordsAffected() const {

@@ -9,6 +9,7 @@ using mkl::Long;
 inline constexpr Long OutOfMemory = 7;
 inline constexpr Long InternalError = 3000;
 inline constexpr Long LockedExclusively = 3006;
+inline constexpr Long TableExists = 3010;
 inline constexpr Long ObjectNotFound = 3011;
 inline constexpr Long NoSuchIndex = 3015;
 inline constexpr Long NoCurrentIndex = 3019;

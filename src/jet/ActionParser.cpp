@@ -2,6 +2,9 @@
 
 #include "jet/Lexer.h"
 
+#include <algorithm>
+#include <array>
+
 namespace jet {
 
 namespace {
@@ -10,7 +13,19 @@ constexpr mkl::Long expressionSyntax = 3075;
 constexpr mkl::Long deleteTable = 3128;
 constexpr mkl::Long deleteSyntax = 3130;
 constexpr mkl::Long insertSyntax = 3134;
+constexpr mkl::Long parametersSyntax = 3139;
 constexpr mkl::Long updateSyntax = 3144;
+
+constexpr std::array<QStringView, 31> typeNames = {
+    u"BINARY",     u"BIT",      u"BOOLEAN", u"BYTE",  u"CHAR",   u"COUNTER", u"CURRENCY", u"DATE",
+    u"DATETIME",   u"DOUBLE",   u"FLOAT",   u"GUID",  u"INT",    u"INTEGER", u"LOGICAL",  u"LONG",
+    u"LONGBINARY", u"LONGTEXT", u"MEMO",    u"MONEY", u"NUMBER", u"NUMERIC", u"REAL",     u"SHORT",
+    u"SINGLE",     u"STRING",   u"TEXT",    u"TIME",  u"VALUE",  u"VARCHAR", u"YESNO"};
+
+bool isTypeName(QStringView word) {
+    return std::ranges::any_of(typeNames,
+                               [&](QStringView name) { return word.compare(name, Qt::CaseInsensitive) == 0; });
+}
 
 } // namespace
 
@@ -49,40 +64,82 @@ void ActionParser::parseValues(InsertStatement& insert) {
 
 UpdateStatement ActionParser::parseUpdate() {
     tokens_.take();
+    tokens_.accept(Keyword::DistinctRow);
     UpdateStatement update;
-    update.table = selects_.parseTable(updateSyntax);
+    update.rows.from = parseTables(updateSyntax);
     tokens_.expect(Keyword::Set, updateSyntax);
     do {
-        update.assignments.push_back(parseAssignment());
+        parseAssignment(update.rows);
     } while (tokens_.accept(u','));
-    update.where = selects_.parseWhere();
+    update.rows.where = selects_.parseWhere();
     expectEnd(expressionSyntax);
     return update;
 }
 
-Assignment ActionParser::parseAssignment() {
+std::vector<FromPtr> ActionParser::parseTables(mkl::Long errorNumber) {
+    std::vector<FromPtr> tables;
+    do {
+        if (!tokens_.atName() && !tokens_.at(u'(')) tokens_.fail(errorNumber);
+        tables.push_back(selects_.parseJoin());
+    } while (tokens_.accept(u','));
+    return tables;
+}
+
+void ActionParser::parseAssignment(SelectStatement& rows) {
     const TokenKind kind = tokens_.peek().kind;
     if (kind != TokenKind::Word && kind != TokenKind::Bracketed) tokens_.fail(updateSyntax);
-    Assignment assignment;
-    assignment.target = expressions_.parseName();
+    const auto add = [&](ExpressionPtr expression) {
+        OutputItem item;
+        item.text = expression->text;
+        item.expression = std::move(expression);
+        rows.outputs.push_back(std::move(item));
+    };
+    add(expressions_.parseName());
     tokens_.expect(u'=', updateSyntax);
-    assignment.value = expressions_.parse();
-    return assignment;
+    add(expressions_.parse());
 }
 
 DeleteStatement ActionParser::parseDelete() {
     tokens_.take();
+    tokens_.accept(Keyword::DistinctRow);
     DeleteStatement statement;
-    if (!tokens_.accept(u'*') && tokens_.atName()) {
-        statement.starTable = nameOf(tokens_.take());
-        if (!tokens_.accept(u'.') && !tokens_.accept(u'!')) tokens_.fail(deleteTable);
-        tokens_.expect(u'*', deleteSyntax);
-    }
+    parseDeleted(statement);
     tokens_.expect(Keyword::From, deleteSyntax);
-    statement.table = selects_.parseTable(deleteSyntax);
-    statement.where = selects_.parseWhere();
+    statement.rows.from = parseTables(deleteSyntax);
+    statement.rows.where = selects_.parseWhere();
     expectEnd(deleteSyntax);
     return statement;
+}
+
+// "*", "T.*" or nothing. Of several tables one at most can be meant.
+void ActionParser::parseDeleted(DeleteStatement& statement) {
+    const Token& first = tokens_.peek();
+    statement.place = first.text;
+    if (tokens_.accept(u'*') || !tokens_.atName()) return;
+    statement.starTable = nameOf(tokens_.take());
+    if (!tokens_.accept(u'.') && !tokens_.accept(u'!')) tokens_.fail(deleteTable);
+    tokens_.expect(u'*', deleteSyntax);
+    statement.place = tokens_.textSince(first);
+    if (tokens_.at(u',')) tokens_.fail(deleteTable);
+}
+
+void ActionParser::parseParameters() {
+    tokens_.take();
+    do {
+        parseParameter();
+    } while (tokens_.accept(u','));
+    tokens_.expect(u';', parametersSyntax);
+}
+
+void ActionParser::parseParameter() {
+    tokens_.takeName(parametersSyntax);
+    const Token& type = tokens_.peek();
+    if (type.kind != TokenKind::Word || !isTypeName(type.text)) tokens_.fail(parametersSyntax);
+    tokens_.take();
+    if (!tokens_.accept(u'(')) return;
+    if (tokens_.peek().kind != TokenKind::Integer) tokens_.fail(parametersSyntax);
+    tokens_.take();
+    tokens_.expect(u')', parametersSyntax);
 }
 
 } // namespace jet

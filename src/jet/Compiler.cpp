@@ -1,6 +1,7 @@
 #include "jet/Compiler.h"
 
 #include "base/RunTimeError.h"
+#include "jet/ActionWriter.h"
 #include "jet/DynasetWriter.h"
 #include "jet/Parser.h"
 #include "jet/StatementWriter.h"
@@ -23,6 +24,17 @@ BoundUpdate bound(UpdateStatement& update, const Schema& schema, UnknownNames& u
 BoundDelete bound(DeleteStatement& statement, const Schema& schema, UnknownNames& unknown) {
     return bindDelete(statement, schema, unknown);
 }
+BoundMakeTable bound(MakeTableStatement& statement, const Schema& schema, UnknownNames& unknown) {
+    return bindMakeTable(statement, schema, unknown);
+}
+
+Plan written(const BoundSelect& select, const Target& target) {
+    return StatementWriter(target).write(select);
+}
+template<class Action>
+Plan written(const Action& action, const Target& target) {
+    return ActionWriter(target).write(action);
+}
 
 } // namespace
 
@@ -34,7 +46,7 @@ Plan compileStatement(QStringView text, const Schema& schema, const Target& targ
             UnknownNames unknown;
             const auto ready = bound(tree, schema, unknown);
             unknown.raise();
-            return StatementWriter(target).write(ready);
+            return written(ready, target);
         },
         statement);
 }

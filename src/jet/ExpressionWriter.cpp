@@ -60,12 +60,6 @@ const char* conversionTo(ColumnType type) {
     }
 }
 
-bool storesAsIs(ColumnType from, ColumnType to) {
-    if (from == to || to == ColumnType::Unknown || to == ColumnType::Binary) return true;
-    const bool fromWhole = from == ColumnType::Boolean || from == ColumnType::Int;
-    return fromWhole && (to == ColumnType::Int || to == ColumnType::Double || to == ColumnType::Currency);
-}
-
 bool isNumber(ColumnType type) {
     return type == ColumnType::Boolean || type == ColumnType::Int || type == ColumnType::Double ||
            type == ColumnType::Currency;
@@ -101,6 +95,12 @@ QByteArray checkedSize(QByteArray native, const Expression& expression) {
 }
 
 } // namespace
+
+bool storesAsIs(ColumnType from, ColumnType to) {
+    if (from == to || to == ColumnType::Unknown || to == ColumnType::Binary) return true;
+    const bool fromWhole = from == ColumnType::Boolean || from == ColumnType::Int;
+    return fromWhole && (to == ColumnType::Int || to == ColumnType::Double || to == ColumnType::Currency);
+}
 
 int ParameterList::numberOf(const Literal& literal) {
     for (int i = 0; i < parameters_.size(); ++i)
@@ -165,10 +165,6 @@ QByteArray ExpressionWriter::key(const Expression& expression) {
 QByteArray ExpressionWriter::stored(const Expression& expression, ColumnType type) {
     if (expression.isNull() || storesAsIs(expression.type, type)) return value(expression);
     return conversionTo(type) + ('(' + operand(expression) + ')');
-}
-
-QByteArray ExpressionWriter::stored(const QByteArray& native, ColumnType from, ColumnType to) const {
-    return storesAsIs(from, to) ? native : conversionTo(to) + ('(' + target_.operand(native, from) + ')');
 }
 
 QByteArray ExpressionWriter::column(const Name& name) {

@@ -5,6 +5,9 @@
 
 namespace jet {
 
+/// Whether a value of the one type needs no conversion to be one of the other.
+bool storesAsIs(ColumnType from, ColumnType to);
+
 /// The literals that a native text uses, each as one numbered parameter.
 class ParameterList {
 public:
@@ -34,15 +37,15 @@ public:
     QByteArray comparable(const Expression& expression);
     /// The same as a term of ORDER BY or GROUP BY.
     QByteArray key(const Expression& expression);
-    /// A value on its way into a column of that type.
+    /// A value as one of that type.
     QByteArray stored(const Expression& expression, ColumnType type);
-    QByteArray stored(const QByteArray& native, ColumnType from, ColumnType to) const;
+    /// A value handed to a registered function.
+    QByteArray operand(const Expression& expression);
 
 private:
     QByteArray writeValue(const Expression& expression);
     QByteArray nativeCondition(const Expression& expression);
     QByteArray column(const Name& name);
-    QByteArray operand(const Expression& expression);
     QByteArray call(const char* nativeName, std::initializer_list<const Expression*> operands);
     QByteArray call(const Call& call, ColumnType type);
     QByteArray aggregate(const Call& call);

@@ -30,25 +30,8 @@ Variant comparison(const Variant& a, const Variant& b, Holds holds) {
 }
 
 template<ColumnType type>
-Variant convertedValue(const Variant& value) {
-    if constexpr (type == ColumnType::Boolean)
-        return value.toBoolean();
-    else if constexpr (type == ColumnType::Int)
-        return value.toLong();
-    else if constexpr (type == ColumnType::Double)
-        return value.toDouble();
-    else if constexpr (type == ColumnType::Currency)
-        return Variant::currency(value.toCurrency());
-    else if constexpr (type == ColumnType::Date)
-        return Variant::date(Variant(dateOrNumber(value)).toDate());
-    else
-        return value.toText();
-}
-
-// The value as a column of that type takes it in. 6 and 13 for what does not fit.
-template<ColumnType type>
 Variant converted(std::span<const Variant> operands) {
-    return operands[0].isNull() ? Variant() : convertedValue<type>(operands[0]);
+    return convertedTo(operands[0], type);
 }
 
 template<Variant (*implementation)(const Variant&)>
@@ -121,6 +104,21 @@ Truth either(Truth a, Truth b) {
 
 Truth inverse(Truth a) {
     return a ? Truth(!*a) : std::nullopt;
+}
+
+Variant convertedTo(const Variant& value, ColumnType type) {
+    if (value.isNull()) return {};
+    switch (type) {
+    case ColumnType::Boolean: return value.toBoolean();
+    case ColumnType::Int: return value.toLong();
+    case ColumnType::Double: return value.toDouble();
+    case ColumnType::Currency: return Variant::currency(value.toCurrency());
+    case ColumnType::Date: return Variant::date(Variant(dateOrNumber(value)).toDate());
+    case ColumnType::Text: return value.toText();
+    case ColumnType::Unknown:
+    case ColumnType::Binary: break;
+    }
+    return value;
 }
 
 Variant concat(const Variant& a, const Variant& b) {

@@ -2,6 +2,7 @@
 // The operators of the dialect on values. Null wins everywhere but where a comment says otherwise.
 // An operand of the wrong type is 3464, a division by zero 11, a result out of range 6.
 #include "base/Variant.h"
+#include "jet/Schema.h"
 
 #include <optional>
 #include <span>
@@ -46,6 +47,10 @@ Variant logicalOr(const Variant& a, const Variant& b);
 Variant logicalXor(const Variant& a, const Variant& b);
 Variant logicalEqv(const Variant& a, const Variant& b);
 Variant logicalImp(const Variant& a, const Variant& b);
+
+/// The value as a column of that type takes it in; Null stays Null. 6 and 13 for what does not fit, 3464 for a text
+/// that is no date.
+Variant convertedTo(const Variant& value, ColumnType type);
 
 /// One row per operator, and per type of column the conversion of what is stored there, for the engines to register.
 /// All are deterministic.

@@ -30,11 +30,13 @@ struct OutputColumn {
     int source = -1;       ///< of a column: its table among DynasetPlan::sources; -1 for an expression
 };
 
-enum class StatementKind : quint8 { Select, Insert, Update, Delete };
+enum class StatementKind : quint8 { Select, Insert, Update, Delete, MakeTable };
 
 struct Plan {
     StatementKind kind = StatementKind::Select;
-    QByteArray native; ///< UTF-8, parameters in the order of the list
+    QByteArray native;   ///< UTF-8, parameters in the order of the list
+    QByteArray lenient;  ///< the same, leaving out the rows whose values cannot be stored; empty if native does it
+    QByteArray followUp; ///< of MakeTable: fills the table that native makes, with the parameters
     QList<Parameter> parameters;
     QList<FixedLiteral> fixedLiterals;
     QList<OutputColumn> columns; ///< of a query

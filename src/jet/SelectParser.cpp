@@ -34,6 +34,11 @@ SelectStatement SelectParser::parse() {
     return select;
 }
 
+SelectStatement SelectParser::parseWithInto() {
+    mayMakeTable_ = true;
+    return parse();
+}
+
 bool SelectParser::beginsOperand(qsizetype ahead) const {
     const Token& token = tokens_.peek(ahead);
     return token.isLiteral() || tokens_.atName(ahead) || token.is(u'*') || token.is(u'(');
@@ -65,7 +70,10 @@ void SelectParser::parseOutputs(SelectStatement& select) {
     do {
         select.outputs.push_back(parseOutput());
     } while (tokens_.accept(u','));
-    if (tokens_.at(Keyword::Into)) tokens_.fail(selectSyntax);
+    if (mayMakeTable_ && tokens_.accept(Keyword::Into))
+        select.into = tokens_.takeName(selectSyntax);
+    else if (tokens_.at(Keyword::Into))
+        tokens_.fail(selectSyntax);
     if (!atClauseEnd()) tokens_.fail(expressionSyntax);
 }
 
@@ -120,7 +128,8 @@ FromPtr SelectParser::parseJoin() {
     FromPtr right = parseSource();
     tokens_.expect(Keyword::On, joinSyntax);
     ExpressionPtr on = expressions_.parse();
-    if (!tokens_.at(u')') && !tokens_.at(u',') && !atClauseEnd()) tokens_.fail(expressionSyntax);
+    const bool ends = tokens_.at(u')') || tokens_.at(u',') || tokens_.at(Keyword::Set) || atClauseEnd();
+    if (!ends) tokens_.fail(expressionSyntax);
     return std::make_unique<FromItem>(FromItem{Join{*kind, std::move(left), std::move(right), std::move(on)}});
 }
 

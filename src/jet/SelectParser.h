@@ -11,9 +11,11 @@ public:
         , expressions_(tokens) {}
 
     SelectStatement parse();
+    /// The same, where INTO may name a table to make.
+    SelectStatement parseWithInto();
 
-    /// A table name with its alias.
-    TableSource parseTable(mkl::Long errorNumber);
+    /// A table with its alias, or a join.
+    FromPtr parseJoin();
     /// The condition behind WHERE, if WHERE stands here.
     ExpressionPtr parseWhere();
     /// What stands behind ORDER BY.
@@ -25,8 +27,8 @@ private:
     void parseOutputs(SelectStatement& select);
     OutputItem parseOutput();
     void parseFrom(SelectStatement& select);
-    FromPtr parseJoin();
     FromPtr parseSource();
+    TableSource parseTable(mkl::Long errorNumber);
     std::optional<JoinKind> acceptJoinKind();
     ExpressionPtr parseCondition(mkl::Long errorNumber);
     void parseGroupBy(SelectStatement& select);
@@ -37,6 +39,7 @@ private:
 
     TokenStream& tokens_;
     ExpressionParser expressions_;
+    bool mayMakeTable_ = false;
 };
 
 } // namespace jet

@@ -11,23 +11,20 @@ QByteArray SelectWriter::write() {
     return rows(outputs());
 }
 
-QByteArray SelectWriter::write(const QList<ColumnType>& storedTypes) {
+QByteArray SelectWriter::write(const std::vector<TargetColumn>& targets) {
+    StoreWriter stores(target_, expressions_);
     QByteArrayList stored;
-    if (!select_.distinct) {
-        for (const BoundOutput& output : select_.outputs)
-            stored.append(expressions_.stored(*output.expression, storedTypes[stored.size()]));
-        return rows(stored);
-    }
-    // What is the same is decided before the values take the types of the columns.
-    QByteArrayList inner = outputs();
-    for (QByteArray& output : inner) {
-        const auto index = stored.size();
-        const QByteArray name = 'c' + QByteArray::number(index);
-        const ColumnType type = select_.outputs[static_cast<size_t>(index)].column.type;
-        stored.append(expressions_.stored(name, type, storedTypes[index]));
-        output += " AS " + name;
-    }
-    return "SELECT " + stored.join(", ") + " FROM (" + rows(inner) + ") AS chosen";
+    for (size_t i = 0; i < targets.size(); ++i)
+        stored.append(stores.value(*select_.outputs[i].expression, targets[i]));
+    return rows(stored);
+}
+
+QByteArray SelectWriter::writeNamed() {
+    if (select_.top && !select_.orderBy.empty()) return write(); // named already
+    QByteArrayList named = outputs();
+    for (qsizetype i = 0; i < named.size(); ++i)
+        named[i] += " AS c" + QByteArray::number(i);
+    return rows(named);
 }
 
 QByteArrayList SelectWriter::outputs() {

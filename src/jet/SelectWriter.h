@@ -1,6 +1,7 @@
 #pragma once
 #include "jet/FromWriter.h"
 #include "jet/SelectBinder.h"
+#include "jet/StoreWriter.h"
 
 namespace jet {
 
@@ -10,8 +11,10 @@ public:
     SelectWriter(const Target& target, const BoundSelect& select, ParameterList& parameters);
 
     QByteArray write();
-    /// The same as the source of an INSERT into columns of these types.
-    QByteArray write(const QList<ColumnType>& storedTypes);
+    /// The same with its values on their way into these columns.
+    QByteArray write(const std::vector<TargetColumn>& targets);
+    /// The same with outputs that are called c0, c1, …
+    QByteArray writeNamed();
     /// The same rows in the same order with other output columns, native ones.
     QByteArray rows(const QByteArrayList& outputs);
 

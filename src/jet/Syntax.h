@@ -186,6 +186,7 @@ struct SelectStatement {
     ExpressionList groupBy;
     ExpressionPtr having;
     std::vector<OrderItem> orderBy;
+    QStringView into; ///< the table to make; empty if none
 };
 
 struct InsertStatement {
@@ -195,24 +196,25 @@ struct InsertStatement {
     std::unique_ptr<SelectStatement> select;
 };
 
-struct Assignment {
-    ExpressionPtr target; ///< a Name
-    ExpressionPtr value;
-};
-
+/// Its rows are those of a SELECT, whose outputs are by turns the target, a Name, and the value of an assignment.
 struct UpdateStatement {
-    TableSource table;
-    std::vector<Assignment> assignments;
-    ExpressionPtr where;
+    SelectStatement rows;
 };
 
+/// Its rows are those of a SELECT without outputs.
 struct DeleteStatement {
-    QStringView starTable; ///< of "DELETE T.*"
-    TableSource table;
-    ExpressionPtr where;
+    QStringView starTable; ///< of "DELETE T.*"; empty if none is named
+    QStringView place;     ///< what stands before FROM, for messages
+    SelectStatement rows;
 };
 
-using Statement = std::variant<SelectStatement, InsertStatement, UpdateStatement, DeleteStatement>;
+/// SELECT … INTO a table that it makes.
+struct MakeTableStatement {
+    QStringView table;
+    SelectStatement select;
+};
+
+using Statement = std::variant<SelectStatement, InsertStatement, UpdateStatement, DeleteStatement, MakeTableStatement>;
 
 /// Overloaded lambdas for std::visit.
 template<class... Calls>

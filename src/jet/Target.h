@@ -30,6 +30,8 @@ public:
     virtual QByteArray condition(const QByteArray& number) const = 0;
     /// A term of ORDER BY; Null comes first ascending and last descending.
     virtual QByteArray orderTerm(const QByteArray& value, bool descending) const = 0;
+    /// The type by which a new table declares a column, so that its schema gives the same type again.
+    virtual QByteArray declaredType(ColumnType type) const = 0;
     /// What tells apart the rows of a table that declares no primary key. table is a quoted name.
     virtual QByteArray rowIdentity(const QByteArray& table) const = 0;
 };

@@ -75,6 +75,7 @@ public:
     QByteArray orderTerm(const QByteArray& value, bool descending) const override {
         return value + (descending ? " down" : " up");
     }
+    QByteArray declaredType(ColumnType type) const override { return "TYPE" + QByteArray::number(int(type)); }
     QByteArray rowIdentity(const QByteArray& table) const override { return table + ".row"; }
 };
 

@@ -159,13 +159,51 @@ TEST(Compiler, Inserts) {
               "(\"ARTKAT\".\"Kategorie-Schlüssel\" = ?2)");
     EXPECT_EQ(int(plan.kind), int(StatementKind::Insert));
     EXPECT_EQ(plan.targetTable, u"ARTKAT"_s);
-    EXPECT_EQ(native(u"INSERT INTO TYPEN (lng, txt, yn, dat) VALUES ('5', 7, 1, #2001-01-01#)"),
-              "INSERT INTO \"TYPEN\" (\"lng\", \"txt\", \"yn\", \"dat\") VALUES (mkl_to_long(?1), mkl_to_text(?2), "
-              "mkl_to_boolean(?3), ?4)");
-    EXPECT_EQ(
-        native(u"INSERT INTO TYPEN (lng) SELECT DISTINCT txt FROM TYPEN"),
-        "INSERT INTO \"TYPEN\" (\"lng\") SELECT mkl_to_long(c0) FROM (SELECT DISTINCT key:\"TYPEN\".\"txt\" AS c0 "
-        "FROM \"TYPEN\") AS chosen");
+    EXPECT_TRUE(plan.lenient.isEmpty()); // nothing can be wrong with these values
+    const Plan values = planOf(u"INSERT INTO TYPEN (lng, txt, yn, dat) VALUES ('5', 7, 1, #2001-01-01#)");
+    EXPECT_EQ(values.native, "INSERT INTO \"TYPEN\" (\"lng\", \"txt\", \"yn\", \"dat\") VALUES "
+                             "(mkl_store_long(?1, 'lng'), mkl_store_text(?2, 'txt'), mkl_store_boolean(?3, 'yn'), ?4)");
+    EXPECT_EQ(values.lenient, "INSERT INTO \"TYPEN\" (\"lng\", \"txt\", \"yn\", \"dat\") SELECT "
+                              "mkl_store_long(?1, 'lng'), mkl_store_text(?2, 'txt'), mkl_store_boolean(?3, 'yn'), ?4 "
+                              "WHERE mkl_storable(?1, 2) is true AND mkl_storable(?2, 6) is true AND "
+                              "mkl_storable(?3, 1) is true");
+    EXPECT_EQ(native(u"INSERT INTO TYPEN (lng) SELECT DISTINCT txt FROM TYPEN"),
+              "INSERT INTO \"TYPEN\" (\"lng\") SELECT mkl_store_long(c0, 'lng') FROM (SELECT DISTINCT "
+              "key:\"TYPEN\".\"txt\" AS c0 FROM \"TYPEN\") AS chosen");
+}
+
+TEST(Compiler, AKeyIsNotMadeUp) {
+    EXPECT_EQ(native(u"INSERT INTO [ARTIKEL/KATEGORIEN] (Parent) VALUES (1)"),
+              "INSERT INTO \"ARTIKEL/KATEGORIEN\" (\"Parent\", \"Kategorie-Schlüssel\") VALUES (?1, "
+              "mkl_store_key(NULL))");
+    EXPECT_EQ(native(u"INSERT INTO ARTIKEL (Artikelname) VALUES ('x')"),
+              "INSERT INTO \"ARTIKEL\" (\"Artikelname\") VALUES (?1)");
+    EXPECT_EQ(native(u"UPDATE [ARTIKEL/KATEGORIEN] SET [Kategorie-Schlüssel]=Parent"),
+              "UPDATE \"ARTIKEL/KATEGORIEN\" SET \"Kategorie-Schlüssel\" = "
+              "mkl_store_key(\"ARTIKEL/KATEGORIEN\".\"Parent\")");
+}
+
+TEST(Compiler, ActionsOnJoins) {
+    const Plan update = planOf(u"UPDATE ARTKAT INNER JOIN ARTIKEL ON ARTKAT.[Artikel-Schlüssel]=ARTIKEL."
+                               u"[Artikel-Schlüssel] SET ARTKAT.Order=7 WHERE Aktiv");
+    EXPECT_EQ(update.native,
+              "UPDATE \"ARTKAT\" SET \"Order\" = chosen.c0 FROM (SELECT ?1 AS c0, \"ARTKAT\".\"ArtKatID\" AS k0 FROM "
+              "\"ARTKAT\" INNER JOIN \"ARTIKEL\" ON (\"ARTKAT\".\"Artikel-Schlüssel\" = "
+              "\"ARTIKEL\".\"Artikel-Schlüssel\") WHERE \"ARTIKEL\".\"Aktiv\" is true) AS chosen WHERE "
+              "\"ARTKAT\".\"ArtKatID\" = chosen.k0");
+    EXPECT_EQ(update.targetTable, u"ARTKAT"_s);
+    EXPECT_EQ(native(u"DELETE t.* FROM TYPEN AS t, ARTIKEL WHERE lng=[Artikel-Schlüssel]"),
+              "DELETE FROM \"TYPEN\" WHERE (\"TYPEN\".row) IN (SELECT \"t\".row FROM \"TYPEN\" AS \"t\", \"ARTIKEL\" "
+              "WHERE (\"t\".\"lng\" = \"ARTIKEL\".\"Artikel-Schlüssel\"))");
+}
+
+TEST(Compiler, MakesTables) {
+    const Plan plan = planOf(u"SELECT lng AS Zahl, dat INTO [Neue Tabelle] FROM TYPEN WHERE lng=5");
+    EXPECT_EQ(int(plan.kind), int(StatementKind::MakeTable));
+    EXPECT_EQ(plan.native, "CREATE TABLE \"Neue Tabelle\" (\"Zahl\" TYPE2, \"dat\" TYPE5)");
+    EXPECT_EQ(plan.followUp, "INSERT INTO \"Neue Tabelle\" (\"Zahl\", \"dat\") SELECT \"TYPEN\".\"lng\", "
+                             "\"TYPEN\".\"dat\" FROM \"TYPEN\" WHERE (\"TYPEN\".\"lng\" = ?1)");
+    EXPECT_EQ(errorOf([] { planOf(u"SELECT a.lng, b.lng INTO N FROM TYPEN AS a, TYPEN AS b"); }), 3141);
 }
 
 TEST(Compiler, UpdatesAndDeletes) {

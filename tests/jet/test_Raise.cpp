@@ -107,7 +107,7 @@ TEST(Raise, BinderErrorsNameTheirToken) {
     EXPECT_EQ(placeIn(u"INSERT INTO TYPEN (nix) VALUES (1)"), u"3127|nix|19"_s);
     EXPECT_EQ(placeIn(u"INSERT INTO TYPEN (lng) VALUES (1, 2)"), u"3346|2|35"_s);
     EXPECT_EQ(placeIn(u"INSERT INTO TYPEN (lng, txt) VALUES (1)"), u"3346|1|37"_s);
-    EXPECT_EQ(placeIn(u"DELETE x.* FROM TYPEN"), u"3128|x|7"_s);
+    EXPECT_EQ(placeIn(u"DELETE x.* FROM TYPEN"), u"3128|x.*|7"_s);
 }
 
 TEST(Raise, ACriterionCountsItsOwnPlaces) {

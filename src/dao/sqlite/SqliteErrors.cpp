@@ -71,9 +71,12 @@ bool isKeyColumn(sqlite3* database, const QString& message) {
 // The plain error code stands for many things; these two can be brought about by a statement of the dialect.
 [[noreturn]] void raiseLogicError(const QString& message, const QString& source) {
     if (message == u"integer overflow"_s) mkl::throwError(mkl::err::Overflow, {}, source);
-    const bool tooComplex =
-        message.contains(u"too large"_s) || message.contains(u"too many"_s) || message.contains(u"stack overflow"_s);
+    const bool tooComplex = message.contains(u"too large"_s) || message.contains(u"too many"_s) ||
+                            message.contains(u"at most"_s) || message.contains(u"stack overflow"_s);
     if (tooComplex) mkl::throwError(err::TooComplex, {}, source);
+    const bool nameTaken = message.contains(u"already exists"_s) || message.contains(u"already an index"_s) ||
+                           message.contains(u"reserved for internal use"_s);
+    if (nameTaken) mkl::throwError(err::TableExists, {objectOf(message)}, source);
     mkl::throwError(err::InternalError, {QString::number(SQLITE_ERROR)}, source);
 }
 

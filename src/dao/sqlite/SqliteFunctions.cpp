@@ -6,6 +6,7 @@
 #include "jet/Collation.h"
 #include "jet/Functions.h"
 #include "jet/Operators.h"
+#include "jet/StoreConversions.h"
 
 #include <QVarLengthArray>
 #include <new>
@@ -184,6 +185,8 @@ void SqliteFunctions::registerAll(SqliteSession& session) {
                              function.implementation);
     for (const jet::Operator& op : jet::operators())
         registerFunction(session, op.nativeName, op.argumentCount, pure, op.implementation);
+    for (const jet::Operator& store : jet::storeFunctions())
+        registerFunction(session, store.nativeName, store.argumentCount, pure, store.implementation);
     for (const jet::Aggregate& aggregate : jet::aggregates())
         if (aggregate.create) registerAggregate(session, aggregate);
     registerMarker<ColumnType::Boolean>(session);

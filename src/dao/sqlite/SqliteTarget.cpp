@@ -37,6 +37,20 @@ QByteArray SqliteTarget::orderTerm(const QByteArray& value, bool descending) con
     return descending ? value + " DESC" : value;
 }
 
+QByteArray SqliteTarget::declaredType(ColumnType type) const {
+    switch (type) {
+    case ColumnType::Boolean: return "YESNO";
+    case ColumnType::Int: return "INTEGER";
+    case ColumnType::Double: return "DOUBLE";
+    case ColumnType::Currency: return "CURRENCY";
+    case ColumnType::Date: return "DATETIME";
+    case ColumnType::Text: return "TEXT";
+    case ColumnType::Binary: return "BLOB";
+    case ColumnType::Unknown: break;
+    }
+    return {};
+}
+
 // Of the three names of the row identity the one that no table is likely to use for a column of its own.
 QByteArray SqliteTarget::rowIdentity(const QByteArray& table) const {
     return table + "._rowid_";

@@ -13,6 +13,7 @@ public:
     QByteArray yesNo(const QByteArray& condition) const override;
     QByteArray condition(const QByteArray& number) const override;
     QByteArray orderTerm(const QByteArray& value, bool descending) const override;
+    QByteArray declaredType(jet::ColumnType type) const override;
     QByteArray rowIdentity(const QByteArray& table) const override;
 };
 
