@@ -1,5 +1,7 @@
 #include "dao/sqlite/SqliteStatement.h"
 
+#include "dao/sqlite/SqliteFaults.h"
+
 namespace dao {
 
 namespace {
@@ -36,6 +38,7 @@ bool SqliteStatement::readSome(std::span<const StoredValue> parameters, RowStore
     bind(parameters);
     for (const int counter : {SQLITE_STMTSTATUS_VM_STEP, SQLITE_STMTSTATUS_SORT})
         sqlite3_stmt_status(statement_.get(), counter, 1);
+    passFaultPoint(*session_, statement_.get());
     int code = SQLITE_OK;
     for (qsizetype read = 0; (code = sqlite3_step(statement_.get())) == SQLITE_ROW; ++read) {
         if (read == limit && isCheapSoFar(read)) return false;
@@ -57,6 +60,7 @@ qint64 SqliteStatement::run(std::span<const StoredValue> parameters) {
     const ResetAtEnd reset(statement_.get());
     const SqliteSession::AccessScope scope(*session_, access_); // it may be prepared anew
     bind(parameters);
+    passFaultPoint(*session_, statement_.get());
     int code = SQLITE_OK;
     while ((code = sqlite3_step(statement_.get())) == SQLITE_ROW) {
     }

@@ -1,0 +1,31 @@
+#pragma once
+// Only where MKL_FAULT_POINTS is defined, which a release never does: the k-th statement of the process fails as if
+// the engine had failed, so that tests can see what is left of a command that broke off there.
+#include <QtGlobal>
+#include <optional>
+
+namespace dao {
+
+/// What goes wrong, with the number that the layers above get.
+enum class StatementFault : quint8 {
+    Constraint,     ///< 3022; statements that write alone
+    Busy,           ///< 3260
+    DiskFull,       ///< 3026, and the engine gives its transaction up
+    Interrupt,      ///< 3059; given up as well where the statement writes
+    LostConnection, ///< 3043, the transaction is gone, and so is every later statement until disarm()
+};
+
+class FaultPoints {
+public:
+    /// The nth statement from now on that can fail so, counted from 1, does.
+    static void arm(StatementFault fault, qint64 nth);
+    static void disarm();
+    /// Points passed since arm(), the one that failed included.
+    static qint64 reached();
+    static bool hasFired();
+
+    /// For the engine's folder, before each statement: how it has to fail, if at all.
+    static std::optional<StatementFault> next(bool writes);
+};
+
+} // namespace dao

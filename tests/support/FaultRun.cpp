@@ -1,0 +1,102 @@
+#include "support/FaultRun.h"
+
+#include "base/RunTimeError.h"
+
+#include <cstring>
+#include <gtest/gtest.h>
+#include <new>
+#include <sys/mman.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace mkl {
+
+namespace {
+
+/// A report that a child process writes and its parent reads, also when the child was killed.
+class SharedReport {
+public:
+    SharedReport() {
+        void* memory = mmap(nullptr, sizeof(FaultReport), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
+        if (memory == MAP_FAILED) throw std::bad_alloc();
+        report_ = new (memory) FaultReport;
+    }
+    ~SharedReport() { munmap(report_, sizeof(FaultReport)); }
+    SharedReport(const SharedReport&) = delete;
+    SharedReport& operator=(const SharedReport&) = delete;
+
+    FaultReport& operator*() const { return *report_; }
+    FaultReport* operator->() const { return report_; }
+
+private:
+    FaultReport* report_;
+};
+
+void runAndNote(const FaultCommand& command, FaultReport& report) {
+    try {
+        command.run(report);
+    } catch (const RunTimeError& error) {
+        report.error = error.number();
+    }
+}
+
+[[noreturn]] void runInChild(FileFault fault, const FaultCommand& command, FaultReport& report) {
+    FaultVfs::install();
+    FaultVfs::arm(fault, report.point);
+    try {
+        runAndNote(command, report);
+        report.fired = FaultVfs::hasFired();
+    } catch (const std::exception& error) {
+        report.complain(error.what());
+    }
+    _exit(0); // nothing of the test's own process may run at the end of its copy
+}
+
+void runChild(FileFault fault, const FaultCommand& command, FaultReport& report) {
+    const pid_t child = fork();
+    if (child == 0) runInChild(fault, command, report);
+    int status = 0;
+    if (child < 0 || waitpid(child, &status, 0) != child) throw std::runtime_error("no child process");
+    report.killed = WIFSIGNALED(status);
+    report.fired = report.fired || report.killed;
+    const bool mayBeKilled = fault == FileFault::Kill || fault == FileFault::TornWrite;
+    const bool endedWell = WIFEXITED(status) && WEXITSTATUS(status) == 0;
+    const bool killedByFault = mayBeKilled && WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL;
+    EXPECT_TRUE(endedWell || killedByFault) << "wait status " << status;
+}
+
+template<class RunPoint>
+qint64 forEachPoint(const FaultCommand& command, PointRange range, RunPoint&& runPoint) {
+    qint64 points = 0;
+    for (qint64 point = range.first;; point += range.step) {
+        command.prepare();
+        const SharedReport report;
+        report->point = point;
+        runPoint(*report);
+        EXPECT_STREQ(report->complaint, "") << "at point " << point;
+        command.check(*report);
+        if (!report->fired || testing::Test::HasFatalFailure()) return points;
+        ++points;
+    }
+}
+
+} // namespace
+
+void FaultReport::complain(const std::string& text) {
+    if (complaint[0] == '\0') std::strncpy(complaint, text.c_str(), sizeof complaint - 1);
+}
+
+qint64 runFileFaults(FileFault fault, const FaultCommand& command, PointRange range) {
+    return forEachPoint(command, range, [&](FaultReport& report) { runChild(fault, command, report); });
+}
+
+qint64 runStatementFaults(dao::StatementFault fault, const FaultCommand& command, PointRange range) {
+    return forEachPoint(command, range, [&](FaultReport& report) {
+        dao::FaultPoints::arm(fault, report.point);
+        runAndNote(command, report);
+        report.fired = report.fired || dao::FaultPoints::hasFired();
+        dao::FaultPoints::disarm();
+    });
+}
+
+} // namespace mkl
