@@ -1,6 +1,7 @@
 #include "core/FindDialog.h"
 
 #include "base/Texts.h"
+#include "controls/Asker.h"
 #include "controls/FormRunner.h"
 
 #include <QDialog>
@@ -9,6 +10,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <memory>
 
 using namespace Qt::StringLiterals;
 
@@ -16,7 +18,7 @@ namespace mkl {
 
 namespace {
 
-constexpr Long unsupportedOperation = 3251;
+constexpr Long searchEnded = 1055;
 constexpr Long captionOK = 7206;
 constexpr Long captionCancel = 7207;
 
@@ -24,6 +26,10 @@ void addButton(QDialogButtonBox& buttons, const QString& name, Long caption, QDi
     QPushButton* button = buttons.addButton(codedText(caption), role);
     button->setObjectName(name);
 }
+
+struct DeletesForm {
+    void operator()(const QPointer<QDialog>* form) const { delete form->data(); }
+};
 
 // The form: a term to type in and two buttons.
 QLineEdit* fillForm(QDialog& form, const QString& fieldName) {
@@ -49,14 +55,45 @@ QLineEdit* fillForm(QDialog& form, const QString& fieldName) {
 } // namespace
 
 bool FindDialog::Show() {
-    if (mode_ == SearchRecordset) throwError(unsupportedOperation);
     const Ref<FindDialog> self(this);             // the control may be closed while the form is shown,
     QPointer<QDialog> form = new QDialog(owner_); // and takes the form along
-    const QLineEdit* term = fillForm(*form, fieldName_);
-    const bool confirmed = formRunner().run(*form) == QDialog::Accepted && form;
-    if (confirmed) text_ = term->text();
-    delete form;
+    const std::unique_ptr<QPointer<QDialog>, DeletesForm> cleanUp(&form);
+    const QLineEdit& term = *fillForm(*form, fieldName_);
+    if (mode_ == SearchRecordset) return search(form, term);
+    const bool confirmed = ask(form);
+    if (confirmed) text_ = term.text();
     return confirmed;
+}
+
+bool FindDialog::ask(const QPointer<QDialog>& form) {
+    return formRunner().run(*form) == QDialog::Accepted && form;
+}
+
+// On a clone, so that a term that is not found moves nothing.
+bool FindDialog::search(const QPointer<QDialog>& form, const QLineEdit& term) {
+    const Ref<dao::Recordset> rows = recordset_->Clone();
+    bool confirmed = false, found = false;
+    while (ask(form)) {
+        const bool goesOn = found && text_ == term.text();
+        confirmed = true;
+        text_ = term.text();
+        if (goesOn)
+            rows->FindNext(criterion());
+        else
+            rows->FindFirst(criterion());
+        found = !rows->NoMatch();
+        if (found)
+            Q_EMIT RecordFound(rows->Bookmark());
+        else
+            asker().ask({codedText(searchEnded), vbInformation});
+        if (!form) break;
+    }
+    return confirmed;
+}
+
+QString FindDialog::criterion() const {
+    const QString comparison = text_.contains(u'*') ? u"Like"_s : u"="_s;
+    return u"[%1] %2 '%3'"_s.arg(fieldName_, comparison, QString(text_).replace(u'\'', u"''"_s));
 }
 
 } // namespace mkl

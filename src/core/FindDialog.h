@@ -7,6 +7,11 @@
 #include <QPointer>
 #include <QWidget>
 
+QT_BEGIN_NAMESPACE
+class QDialog;
+class QLineEdit;
+QT_END_NAMESPACE
+
 namespace mkl {
 
 /// The search dialog: asks for the term of a search.
@@ -24,8 +29,9 @@ public:
     void setOwnerWindow(QWidget* owner) { owner_ = owner; }       ///< may be nullptr
     void setRecordset(const Ref<dao::Recordset>& recordset) { recordset_ = recordset; }
 
-    /// Shows the dialog, modal to its owner; true if it was confirmed. The mode SearchRecordset raises 3251: a
-    /// recordset that can be searched is needed for it.
+    /// Shows the dialog, modal to its owner; true if it was confirmed. In the mode SearchRecordset every confirmation
+    /// goes on to the next record with that term, and the dialog stays until it is cancelled; the recordset itself is
+    /// not moved. 91 without a recordset, otherwise the errors of FindFirst.
     bool Show();
     /// The term that was confirmed last.
     const QString& Text() const { return text_; }
@@ -38,6 +44,10 @@ protected:
     ~FindDialog() override = default; // only ever in an object variable
 
 private:
+    static bool ask(const QPointer<QDialog>& form);
+    bool search(const QPointer<QDialog>& form, const QLineEdit& term);
+    QString criterion() const;
+
     Mode mode_ = AskForTerm;
     QString fieldName_;
     QPointer<QWidget> owner_;

@@ -1,8 +1,10 @@
 #include "core/FindDialog.h"
 
 #include "controls/FormRunner.h"
+#include "core/Catalogue.h"
 #include "core/Finder.h"
 #include "core/FunctionLibrary.h"
+#include "core/ScriptedAsker.h"
 #include "support/Printing.h"
 
 #include <QDialog>
@@ -90,10 +92,74 @@ TEST(FindDialog, OutlivesItsOwnerAndItself) {
     EXPECT_FALSE(dialog);
 }
 
-TEST(FindDialog, SearchingARecordsetIsRefused) {
-    const auto dialog = makeRef<FindDialog>();
-    dialog->setMode(FindDialog::SearchRecordset);
-    EXPECT_EQ(errorOf([&] { dialog->Show(); }), 3251);
+namespace {
+
+// Confirms the terms one after the other, then cancels; keeps the names of the articles found.
+struct Search {
+    explicit Search(const QStringList& terms)
+        : terms_(terms)
+        , forms_([this](QDialog& form) {
+            if (terms_.isEmpty())
+                enter(form, {}, u"cmdCancel"_s);
+            else
+                enter(form, terms_.takeFirst(), u"cmdOK"_s);
+        }) {
+        dialog->setMode(FindDialog::SearchRecordset);
+        dialog->setFieldName(u"Artikelname"_s);
+        dialog->setRecordset(rows);
+        QObject::connect(dialog.get(), &FindDialog::RecordFound, dialog.get(), [this](const Variant& bookmark) {
+            const auto clone = rows->Clone();
+            clone->setBookmark(bookmark);
+            found.append(clone->value(u"Artikelname").toText());
+        });
+    }
+
+    Catalogue catalogue;
+    Ref<dao::Recordset> rows = catalogue.database->OpenRecordset(u"SELECT * FROM ARTIKEL"_s, dao::dbOpenSnapshot);
+    Ref<FindDialog> dialog = makeRef<FindDialog>();
+    QStringList found;
+    ScriptedAsker asker;
+
+private:
+    QStringList terms_;
+    ScriptedForms forms_;
+};
+
+} // namespace
+
+TEST(FindDialog, SearchesItsRecordset) {
+    Search search({u"*e*"_s, u"*e*"_s, u"Anker"_s, u"*e*"_s});
+    search.rows->MoveNext();
+    EXPECT_TRUE(search.dialog->Show());
+    EXPECT_EQ(search.found, (QStringList{u"Bolzen"_s, u"Anker"_s, u"Anker"_s, u"Bolzen"_s}));
+    EXPECT_TRUE(search.asker.shown.isEmpty());
+    EXPECT_EQ(search.rows->value(u"Artikelname").toText(), u"Anker"_s);
+    EXPECT_EQ(search.dialog->Text(), u"*e*"_s);
+}
+
+TEST(FindDialog, SaysWhenTheSearchHasEndedAndBeginsAnew) {
+    Search search({u"ösen"_s, u"ösen"_s, u"ösen"_s, u"O'Neill"_s});
+    EXPECT_TRUE(search.dialog->Show());
+    EXPECT_EQ(search.found, (QStringList{u"Ösen"_s, u"Ösen"_s}));
+    ASSERT_EQ(search.asker.shown.size(), 2);
+    EXPECT_EQ(search.asker.shown[0].text, u"Die Suche ist beendet."_s);
+    EXPECT_EQ(search.asker.shown[0].flags, vbInformation);
+    EXPECT_EQ(search.rows->value(u"Artikelname").toText(), u"Bolzen"_s);
+}
+
+TEST(FindDialog, SearchCancelledAtOnce) {
+    Search search({});
+    EXPECT_FALSE(search.dialog->Show());
+    EXPECT_TRUE(search.found.isEmpty());
+}
+
+TEST(FindDialog, SearchWithoutARecordset) {
+    Search search({u"x"_s});
+    search.dialog->setRecordset(nullptr);
+    EXPECT_EQ(errorOf([&] { search.dialog->Show(); }), 91);
+    search.dialog->setRecordset(search.rows);
+    search.dialog->setFieldName(u"Farbe"_s);
+    EXPECT_EQ(errorOf([&] { search.dialog->Show(); }), 3070);
 }
 
 TEST(Finder, HandsOutOneDialogAndPassesItsHitsOn) {
