@@ -61,6 +61,47 @@ void appendSingly(dao::Workspace&, dao::Database& database) {
     writer.append(name);
 }
 
+Ref<dao::Recordset> dynaset(dao::Database& database, const QString& source) {
+    return database.OpenRecordset(source, dao::dbOpenDynaset);
+}
+
+/// Each row's edit is stored by itself.
+Step editRow(Long row) {
+    return [row](dao::Workspace&, dao::Database& database) {
+        const auto rows = dynaset(database, u"SELECT * FROM T WHERE Nr<20 ORDER BY Nr"_s);
+        rows->Move(row);
+        rows->Edit();
+        rows->setValue(u"Name", u"geändert "_s + QString(100, u'x'));
+        rows->Update();
+    };
+}
+
+void addRow(dao::Workspace&, dao::Database& database) {
+    const auto rows = dynaset(database, u"U"_s);
+    rows->AddNew();
+    rows->setValue(u"Name", u"neu"_s);
+    rows->Update();
+}
+
+void deleteRow(dao::Workspace&, dao::Database& database) {
+    const auto rows = dynaset(database, u"SELECT * FROM T ORDER BY Nr DESC"_s);
+    rows->Delete();
+}
+
+// A walk that rewrites the column by which it is ordered.
+void renumber(dao::Workspace& workspace, dao::Database& database) {
+    workspace.BeginTrans();
+    Long position = 100;
+    for (const auto rows = dynaset(database, u"SELECT * FROM T ORDER BY Pos"_s); !rows->Eof(); rows->MoveNext()) {
+        rows->Edit();
+        rows->setValue(u"Pos", position--);
+        rows->Update();
+    }
+    addRow(workspace, database);
+    deleteRow(workspace, database);
+    workspace.CommitTrans();
+}
+
 std::vector<StepCase> cases() {
     return {
         {"update", twoTables(40), {execute(u"UPDATE T SET Pos=Pos+3, Name=Name & 'x'"_s)}},
@@ -78,6 +119,8 @@ std::vector<StepCase> cases() {
                     u"INSERT INTO U (Name, Pos) SELECT Name, Pos FROM T"_s}),
           together({u"UPDATE U SET Pos=1"_s})}},
         {"nested transactions", twoTables(30), {nest}},
+        {"dynaset, row by row", twoTables(12), {editRow(0), addRow, editRow(3), deleteRow}},
+        {"dynaset in a transaction", twoTables(16), {renumber}},
         {"bulk rows", twoTables(10), {appendBlocks, appendSingly, appendSingly}},
     };
 }
