@@ -102,8 +102,8 @@ bool ArtCatBrowser::ShowStatusBar() const {
 }
 
 void ArtCatBrowser::setShowStatusBar(bool ShowStatusBar) {
-    d_->state.ShowStatusBar = ShowStatusBar;
-    d_->paneLayout->ApplyVisibility();
+    const auto hub = d_;
+    hub->paneLayout->LetShowStatusBar(ShowStatusBar);
 }
 
 bool ArtCatBrowser::ShowArticlePool() const {
@@ -111,8 +111,8 @@ bool ArtCatBrowser::ShowArticlePool() const {
 }
 
 void ArtCatBrowser::setShowArticlePool(bool ShowArticlePool) {
-    d_->state.ShowArticlePool = ShowArticlePool;
-    d_->paneLayout->ApplyVisibility();
+    const auto hub = d_;
+    hub->paneLayout->LetShowArticlePool(ShowArticlePool);
 }
 
 bool ArtCatBrowser::ShowArticleList() const {
@@ -120,8 +120,8 @@ bool ArtCatBrowser::ShowArticleList() const {
 }
 
 void ArtCatBrowser::setShowArticleList(bool ShowArticleList) {
-    d_->state.ShowArticleList = ShowArticleList;
-    d_->paneLayout->ApplyVisibility();
+    const auto hub = d_;
+    hub->paneLayout->LetShowArticleList(ShowArticleList);
 }
 
 Long ArtCatBrowser::HelpContextID() const {
@@ -170,13 +170,35 @@ ListView* ArtCatBrowser::ArticleListView() const {
     return d_->ui.LV;
 }
 
+double ArtCatBrowser::PaneWidth(acbPanes Pane) const {
+    return d_->paneLayout->PaneWidth(Pane);
+}
+
+void ArtCatBrowser::setPaneWidth(acbPanes Pane, double Percent) {
+    d_->paneLayout->LetPaneWidth(Pane, Percent);
+}
+
+void ArtCatBrowser::PaneResize() {
+    const auto hub = d_;
+    hub->paneLayout->PaneResize();
+}
+
+Long ArtCatBrowser::LeftCategoryTreeView() const {
+    return d_->paneLayout->LeftCategoryTreeView();
+}
+
+Long ArtCatBrowser::LeftArticleListView() const {
+    return d_->paneLayout->LeftArticleListView();
+}
+
 Long ArtCatBrowser::Populate() {
     const auto hub = d_; // the control may be deleted meanwhile
     return hub->population->Populate();
 }
 
 void ArtCatBrowser::ResizeControl() {
-    d_->paneLayout->place();
+    const auto hub = d_;
+    hub->paneLayout->resized();
 }
 
 } // namespace mkl

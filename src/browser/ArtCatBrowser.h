@@ -57,6 +57,7 @@ public:
     /// Icons of the tree; a change shows when nodes are next drawn anew.
     acbImagesets Imageset() const;
     void setImageset(acbImagesets Imageset);
+    /// Which panes are on show. At run time, turning a list on that is empty reads it.
     bool ShowStatusBar() const;
     void setShowStatusBar(bool ShowStatusBar);
     bool ShowArticlePool() const;
@@ -86,12 +87,24 @@ public:
     /// host may do anything meanwhile, even delete the control; the result then is 0.
     Long Populate();
 
+    /// The pane's share of the width in percent, not rounded. A new one shows after PaneResize; until then it reads
+    /// back. A pane that does not exist has 0.
+    double PaneWidth(acbPanes Pane) const;
+    void setPaneWidth(acbPanes Pane, double Percent);
+    /// Places the panes in the widths that were set. The list takes up what they leave of the control.
+    void PaneResize();
+    /// Left edges of the splitters before the tree and before the list, in twips.
+    Long LeftCategoryTreeView() const;
+    Long LeftArticleListView() const;
+
 Q_SIGNALS:
     /// Another article or category is selected. NewID is its key.
     void ItemSelected(mkl::Long NewID, mkl::acbPanes Pane);
     /// A click on a node or row. obj is the Node or ListItem, ID its Tag. Pane is by reference: direct connections
     /// only.
     void ItemClick(mkl::Item* obj, mkl::Long ID, mkl::acbPanes& Pane);
+    /// The panes have been placed anew. The arguments are the left edges of the splitters, in twips.
+    void Resize(mkl::Long LeftCategoryTreeView, mkl::Long LeftArticleListView);
 
 protected:
     void ResizeControl() override;

@@ -34,6 +34,10 @@ struct BrowserState {
     bool ShowStatusBar = true;
     bool ShowArticlePool = true;
     bool ShowArticleList = true;
+    Long PoolWidth = 0; ///< of the panes, in twips: what the splitters make of them, or what was set last
+    Long ListWidth = 0;
+    Long TreeWidth = 0;
+    bool arranged = false; ///< the panes have been placed in a size that somebody gave
     Long HelpContextID = 1024;
     QString Helpfile; ///< with its path
     bool HelpEvent = false;

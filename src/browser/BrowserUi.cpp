@@ -1,6 +1,7 @@
 #include "browser/BrowserUi.h"
 
 #include "base/Texts.h"
+#include "browser/PaneGeometry.h"
 #include "controls/CatalogueImages.h"
 #include "controls/Extender.h"
 #include "controls/Screen.h"
@@ -32,9 +33,9 @@ void addColumn(ListView& list, const UserControl& face, TextId caption, Single r
 BrowserUi::BrowserUi(UserControl& face)
     : iLVArt(catalogueImages(&face))
     , LVArt(constituent<ListView>(face, u"LVArt"_s, TextId::BrowserNamePool))
-    , picSplitterArt(constituent<QFrame>(face, u"picSplitterArt"_s, TextId::BrowserNameSplitterArt))
+    , picSplitterArt(constituent<PictureBox>(face, u"picSplitterArt"_s, TextId::BrowserNameSplitterArt))
     , TV(constituent<TreeView>(face, u"TV"_s, TextId::BrowserNameTree))
-    , picSplitter(constituent<QFrame>(face, u"picSplitter"_s, TextId::BrowserNameSplitter))
+    , picSplitter(constituent<PictureBox>(face, u"picSplitter"_s, TextId::BrowserNameSplitter))
     , LV(constituent<ListView>(face, u"LV"_s, TextId::BrowserNameList))
     , SB(constituent<StatusBar>(face, u"SB"_s, TextId::BrowserNameStatusBar))
     , PB(constituent<ProgressBar>(face, u"PB"_s, TextId::BrowserNameProgress))
@@ -45,6 +46,11 @@ BrowserUi::BrowserUi(UserControl& face)
     PB->setVisible(false);
     addColumns(face);
     addPanels();
+    for (PictureBox* splitter : {picSplitterArt, picSplitter}) {
+        setTop(*splitter, splitterTop);
+        setWidth(*splitter, splitterWidth);
+        splitter->setCursor(Qt::SizeHorCursor);
+    }
     LV->setMultiSelect(true);
     TV->setImageList(iLVArt);
     for (ListView* list : {LVArt, LV})

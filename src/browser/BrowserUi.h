@@ -1,6 +1,7 @@
 #pragma once
 #include "controls/ImageList.h"
 #include "controls/ListView.h"
+#include "controls/PictureBox.h"
 #include "controls/ProgressBar.h"
 #include "controls/StatusBar.h"
 #include "controls/TreeView.h"
@@ -18,9 +19,9 @@ struct BrowserUi {
 
     ImageList* const iLVArt; ///< icons of all panes
     ListView* const LVArt;   ///< pool
-    QFrame* const picSplitterArt;
+    PictureBox* const picSplitterArt;
     TreeView* const TV;
-    QFrame* const picSplitter;
+    PictureBox* const picSplitter;
     ListView* const LV; ///< articles of the selected category
     StatusBar* const SB;
     ProgressBar* const PB;

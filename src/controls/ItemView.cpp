@@ -1,23 +1,13 @@
 #include "controls/ItemView.h"
 
 #include "controls/ItemModel.h"
-#include "controls/KeyCodes.h"
-#include "controls/Twips.h"
+#include "controls/MouseArguments.h"
 
 #include <QHelpEvent>
-#include <QMouseEvent>
 #include <QPointer>
 #include <QToolTip>
 
 namespace mkl {
-
-namespace {
-
-Integer buttonState(Qt::MouseButtons buttons) {
-    return static_cast<Integer>(buttons & (Qt::LeftButton | Qt::RightButton | Qt::MiddleButton));
-}
-
-} // namespace
 
 ItemView::ItemView(QWidget* parent)
     : QTreeView(parent) {
@@ -88,11 +78,8 @@ QModelIndex ItemView::indexAtTwips(Single x, Single y) const {
 }
 
 void ItemView::raise(MouseSignal signal, const QMouseEvent& event, Qt::MouseButtons buttons) {
-    Integer button = buttonState(buttons);
-    Integer shift = shiftStateOf(event.modifiers());
-    Single x = twipsX(event.position().x());
-    Single y = twipsY(event.position().y());
-    Q_EMIT(this->*signal)(button, shift, x, y);
+    MouseArguments mouse(event, buttons);
+    Q_EMIT(this->*signal)(mouse.Button, mouse.Shift, mouse.X, mouse.Y);
 }
 
 // A handler may close the host: after each signal the control may be gone.

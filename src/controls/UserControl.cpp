@@ -1,5 +1,6 @@
 #include "controls/UserControl.h"
 
+#include "controls/Extender.h"
 #include "controls/KeyCodes.h"
 #include "controls/Twips.h"
 
@@ -20,11 +21,11 @@ UserControl::~UserControl() {
 }
 
 Single UserControl::ScaleWidth() const {
-    return twipsX(width());
+    return Width(*this);
 }
 
 Single UserControl::ScaleHeight() const {
-    return twipsY(height());
+    return Height(*this);
 }
 
 Single UserControl::TextWidth(const QString& text) const {

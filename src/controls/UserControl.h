@@ -19,7 +19,7 @@ public:
     bool UserMode() const { return userMode_; }
     void setUserMode(bool userMode) { userMode_ = userMode; }
 
-    Single ScaleWidth() const;  ///< inner size in twips
+    Single ScaleWidth() const;  ///< inner size in twips, which is all of it: the control has no frame
     Single ScaleHeight() const; ///< likewise
     Single TextWidth(const QString& text) const;
     Single TextHeight(const QString& text) const;

@@ -123,27 +123,6 @@ TEST_F(BrowserFrame, anEmptyCatalogueHasTheShortestNumbers) {
               16 * screen().TwipsPerPixelX() + browser->TextWidth(u"00"_s) + 100);
 }
 
-TEST_F(BrowserFrame, panesFillTheControlAboveTheStatusBar) {
-    browser->show();
-    const Single statusHeight = Height(constituent<StatusBar>(u"SB"_s));
-    EXPECT_EQ(Height(tree()), browser->ScaleHeight() - statusHeight);
-    EXPECT_EQ(Left(*browser->ArticlePoolListView()), 0);
-    EXPECT_GT(Left(tree()), Width(*browser->ArticlePoolListView()));
-    const ListView& list = *browser->ArticleListView();
-    EXPECT_EQ(Left(list) + Width(list), browser->ScaleWidth());
-}
-
-TEST_F(BrowserFrame, theTreeTakesTheRoomOfPanesThatAreOff) {
-    browser->setShowArticlePool(false);
-    browser->setShowArticleList(false);
-    browser->setShowStatusBar(false);
-    EXPECT_FALSE(browser->ArticlePoolListView()->isVisibleTo(browser.get()));
-    EXPECT_FALSE(browser->ArticleListView()->isVisibleTo(browser.get()));
-    EXPECT_FALSE(constituent<StatusBar>(u"SB"_s).isVisibleTo(browser.get()));
-    EXPECT_EQ(Width(tree()), browser->ScaleWidth());
-    EXPECT_EQ(Height(tree()), browser->ScaleHeight());
-}
-
 TEST_F(BrowserFrame, theHostsDatabaseStaysOpenBehindTheControl) {
     browser->Populate();
     browser.reset();
