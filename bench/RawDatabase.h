@@ -41,6 +41,7 @@ public:
     void bind(int number, int value) { sqlite3_bind_int(statement_, number, value); }
     bool step() const { return sqlite3_step(statement_) == SQLITE_ROW; }
     void reset() { sqlite3_reset(statement_); }
+    int bytes(int column) const { return sqlite3_column_bytes(statement_, column); } ///< of the text as it is stored
     int integer(int column) const { return sqlite3_column_int(statement_, column); }
     QString text(int column) const {
         const auto* bytes = reinterpret_cast<const char*>(sqlite3_column_text(statement_, column));

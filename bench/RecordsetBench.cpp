@@ -1,11 +1,7 @@
 // Reading 1,000,000 articles through record sets, beside the plain C interface of the engine.
-#include "bench/RawDatabase.h"
+#include "bench/Pool.h"
 #include "bench/Row.h"
-#include "catalogue/CatalogueFile.h"
-#include "catalogue/DemoCatalogue.h"
-#include "dao/Workspace.h"
 
-#include <QTemporaryDir>
 #include <malloc.h>
 #include <vector>
 
@@ -15,7 +11,6 @@ namespace bench {
 
 namespace {
 
-constexpr int Articles = 1'000'000;
 constexpr int Runs = 5;
 constexpr int Lookups = 50'000;
 
@@ -23,34 +18,6 @@ struct Article {
     int key;
     QString name;
     bool active;
-};
-
-/// A demo catalogue with a million articles, open twice: through the data layer and raw.
-class Pool {
-public:
-    Pool() {
-        mkl::DemoCatalogue demo;
-        demo.articles = Articles;
-        demo.categories = 10;
-        demo.create(file());
-        database = mkl::openCatalogue(*workspace_, file());
-        raw = std::make_unique<RawDatabase>(file());
-    }
-
-    mkl::Ref<dao::Recordset> open() const {
-        return database->OpenRecordset(
-            u"SELECT * FROM ARTIKEL WHERE [Absender-Schlüssel] Like '*' ORDER BY [Artikel-Schlüssel]"_s,
-            dao::dbOpenSnapshot);
-    }
-
-    mkl::Ref<dao::Database> database;
-    std::unique_ptr<RawDatabase> raw;
-
-private:
-    QString file() const { return folder_.filePath(u"pool.sqlite"_s); }
-
-    QTemporaryDir folder_;
-    mkl::Ref<dao::Workspace> workspace_ = dao::DBEngine::CreateWorkspace();
 };
 
 std::vector<Article> readByName(const Pool& pool) {

@@ -34,5 +34,10 @@ Result importRow();
 Result poolRow();
 Result poolMemoryRow();
 Result literalsRow();
+Result findRow();
+Result findScanRow();
+Result likeRow();
+Result orderRow();
+Result parseRow();
 
 } // namespace bench

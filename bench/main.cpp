@@ -25,9 +25,11 @@ double medianSeconds(int runs, const std::function<void()>& call) {
 namespace {
 
 const std::vector<Row>& rows() {
-    static const std::vector<Row> all{{u"tree"_s, treeRow},          {u"memory"_s, memoryRow},
-                                      {u"import"_s, importRow},      {u"pool"_s, poolRow},
-                                      {u"poolmem"_s, poolMemoryRow}, {u"literals"_s, literalsRow}};
+    static const std::vector<Row> all{
+        {u"tree"_s, treeRow},   {u"memory"_s, memoryRow},      {u"import"_s, importRow},
+        {u"pool"_s, poolRow},   {u"poolmem"_s, poolMemoryRow}, {u"literals"_s, literalsRow},
+        {u"find"_s, findRow},   {u"findscan"_s, findScanRow},  {u"like"_s, likeRow},
+        {u"order"_s, orderRow}, {u"parse"_s, parseRow}};
     return all;
 }
 

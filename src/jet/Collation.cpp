@@ -45,7 +45,7 @@ constexpr StrokeLetter strokeLetters[] = {{U'ø', U'o', longSolidus},
                                           {U'ł', U'l', longSolidus},
                                           {U'ŧ', U't', shortStroke}};
 
-uchar weightOfLetter(char32_t c) {
+constexpr uchar weightOfLetter(char32_t c) {
     if (c >= U'a' && c <= U'z') return static_cast<uchar>(firstLetter + (c - U'a'));
     if (c >= U'0' && c <= U'9') return static_cast<uchar>(firstDigit + (c - U'0'));
     if (c == U' ') return blankWeight;
@@ -62,7 +62,7 @@ uchar classOf(char32_t c) {
 }
 
 // Hyphens and apostrophes weigh last; 0 for all others.
-uchar weightOfHyphen(char32_t c) {
+constexpr uchar weightOfHyphen(char32_t c) {
     switch (c) {
     case U'\'': return 2;
     case U'\u2019': return 3;
@@ -273,6 +273,30 @@ std::optional<int> compareLatin(Text a, Text b) {
     return accentOrder;
 }
 
+// Weights of the ASCII characters that are one letter each; 0 for hyphens, apostrophes and all other bytes.
+constexpr std::array<uchar, 256> asciiTable = [] {
+    std::array<uchar, 256> weights{};
+    for (char32_t c = 0; c < 0x80; ++c)
+        weights[c] = weightOfHyphen(c) ? uchar(0) : weightOfLetter(c >= U'A' && c <= U'Z' ? c + 0x20 : c);
+    return weights;
+}();
+
+// Letters without accents differ in their weights or not at all. Nothing where other characters take part.
+std::optional<int> compareAscii(std::string_view a, std::string_view b) {
+    a = withoutTrailingBlanks(a);
+    b = withoutTrailingBlanks(b);
+    const size_t common = std::min(a.size(), b.size());
+    for (size_t at = 0; at < common; ++at) {
+        const uchar x = asciiTable[static_cast<uchar>(a[at])], y = asciiTable[static_cast<uchar>(b[at])];
+        if (x == 0 || y == 0) return {};
+        if (x != y) return x - y;
+    }
+    if (a.size() == b.size()) return 0;
+    const uchar next = asciiTable[static_cast<uchar>(a.size() > common ? a[common] : b[common])];
+    if (next == 0) return {};
+    return a.size() > common ? 1 : -1;
+}
+
 int compareKeys(QStringView a, QStringView b) {
     return sortKey(a).compare(sortKey(b));
 }
@@ -286,6 +310,7 @@ int compare(QStringView a, QStringView b) {
 }
 
 int compareUtf8(std::string_view a, std::string_view b) {
+    if (const auto order = compareAscii(a, b)) return *order;
     const auto order = compareLatin(a, b);
     return order ? *order : compareKeys(QString::fromUtf8(a), QString::fromUtf8(b));
 }

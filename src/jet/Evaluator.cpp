@@ -5,6 +5,7 @@
 #include "jet/Conditions.h"
 #include "jet/Functions.h"
 #include "jet/LazyCalls.h"
+#include "jet/TextConditions.h"
 #include "jet/Typing.h"
 
 #include <QVarLengthArray>
@@ -24,6 +25,7 @@ public:
         : value_(std::move(value)) {}
 
     Variant value(const RowValues&) const override { return value_; }
+    const Variant* constant() const override { return &value_; }
 
 private:
     Variant value_;
@@ -31,13 +33,16 @@ private:
 
 class ColumnValue final : public Evaluator {
 public:
-    explicit ColumnValue(int column)
-        : column_(column) {}
+    ColumnValue(int column, ColumnType type)
+        : column_(column)
+        , type_(type) {}
 
     Variant value(const RowValues& row) const override { return row.value(column_); }
+    int textColumn() const override { return type_ == ColumnType::Text ? column_ : -1; }
 
 private:
     int column_;
+    ColumnType type_;
 };
 
 class UnaryOperation final : public Evaluator {
@@ -146,7 +151,9 @@ class Preparation {
 public:
     Prepared prepare(const Expression& expression) {
         const bool before = std::exchange(isConstant_, true);
-        EvaluatorPtr made = std::visit([&](const auto& node) { return make(node); }, expression.node);
+        EvaluatorPtr made = std::visit(Overloaded{[&](const Name& name) { return column(name, expression.type); },
+                                                  [&](const auto& node) { return make(node); }},
+                                       expression.node);
         if (isConstant_ && !expression.as<Literal>() && !expression.as<Constant>()) made = computed(std::move(made));
         const bool isConstant = std::exchange(isConstant_, before && isConstant_);
         return {std::move(made), isConstant};
@@ -170,14 +177,15 @@ private:
         }
     }
 
+    EvaluatorPtr column(const Name& name, ColumnType type) {
+        isConstant_ = false;
+        return std::make_unique<ColumnValue>(name.column, type);
+    }
+
     EvaluatorPtr make(const Literal& literal) {
         return std::make_unique<ConstantValue>(asStored(literal.negated ? negate(literal.value) : literal.value));
     }
     EvaluatorPtr make(const Constant& constant) { return std::make_unique<ConstantValue>(constant.value); }
-    EvaluatorPtr make(const Name& name) {
-        isConstant_ = false;
-        return std::make_unique<ColumnValue>(name.column);
-    }
     EvaluatorPtr make(const Negation& node) { return std::make_unique<UnaryOperation>(negate, part(node.operand)); }
     EvaluatorPtr make(const Not& node) { return makeNot(part(node.operand)); }
     EvaluatorPtr make(const IsNull& node) { return makeIsNull(part(node.value), node.negated); }
@@ -185,6 +193,7 @@ private:
 
     EvaluatorPtr make(const Binary& node) {
         EvaluatorPtr left = part(node.left), right = part(node.right);
+        if (EvaluatorPtr fast = makeTextCondition(node, *left, *right)) return fast;
         if (isComparison(node.op)) return makeComparison(node.op, node.comparison, std::move(left), std::move(right));
         if (node.op == Op::Like) return makeLike(std::move(left), std::move(right));
         return std::make_unique<BinaryOperation>(implementationOf(node.op), std::move(left), std::move(right));

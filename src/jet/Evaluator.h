@@ -19,6 +19,11 @@ public:
     virtual Truth truth(const RowValues& row) const { return truthOf(value(row)); }
     virtual bool isTrue(const RowValues& row) const { return truth(row) == Truth(true); }
     virtual bool isFalse(const RowValues& row) const { return truth(row) == Truth(false); }
+
+    /// The value where it is the same for all rows and was computed already.
+    virtual const Variant* constant() const { return nullptr; }
+    /// The number of the column of texts that it is, or -1.
+    virtual int textColumn() const { return -1; }
 };
 
 using EvaluatorPtr = std::unique_ptr<const Evaluator>;

@@ -5,6 +5,7 @@
 #include "jet/Letters.h"
 
 #include <QVarLengthArray>
+#include <array>
 
 namespace jet {
 
@@ -26,6 +27,28 @@ QStringView composed(QStringView text, QString& buffer) {
 char32_t withoutCase(char32_t c) {
     const FoldedCharacter folded = foldCharacter(c);
     return folded.second ? QChar::toCaseFolded(c) : folded.first;
+}
+
+constexpr std::array<char, 256> asciiFolded = [] {
+    std::array<char, 256> folded{};
+    for (int c = 0; c < 256; ++c)
+        folded[static_cast<size_t>(c)] = static_cast<char>(c >= 'A' && c <= 'Z' ? c + 0x20 : c);
+    return folded;
+}();
+
+bool isAscii(QByteArrayView text) {
+    uchar all = 0;
+    for (const char c : text)
+        all |= static_cast<uchar>(c);
+    return all < 0x80;
+}
+
+// Reads characters below the accents; anything else, broken bytes included, is one that is not.
+char32_t takeLatin(QByteArrayView text, qsizetype& at) {
+    const auto first = static_cast<uchar>(text[at++]);
+    if (first < 0x80) return first;
+    const bool twoBytes = first >= 0xC2 && first < 0xCC && at < text.size() && (text[at] & 0xC0) == 0x80;
+    return twoBytes ? (first & 0x1FU) << 6 | (static_cast<uchar>(text[at++]) & 0x3FU) : firstCombining;
 }
 
 QString characterText(char32_t c) {
@@ -50,6 +73,7 @@ LikePattern::LikePattern(QStringView pattern) {
         default: addLetters(c);
         }
     }
+    noteBeginning();
 }
 
 void LikePattern::addLetters(char32_t character) {
@@ -100,39 +124,84 @@ bool LikePattern::contains(const CharClass& charClass, char32_t character, char3
     return false;
 }
 
+/// The letters of a text, folded one by one before the match.
+class LikePattern::Letters {
+public:
+    explicit Letters(qsizetype characters)
+        : letters_(2 * characters) {} // no character is more than two letters
+
+    void add(char32_t character) {
+        const FoldedCharacter folded = foldCharacter(character);
+        letters_[static_cast<qsizetype>(size_++)] = {folded.first, character, folded.second != 0};
+        if (folded.second) letters_[static_cast<qsizetype>(size_++)] = {folded.second, 0, false};
+    }
+
+    size_t size() const { return size_; }
+    char32_t folded(size_t at) const { return at_(at).folded; }
+    char32_t character(size_t at) const { return at_(at).character ? at_(at).character : at_(at).folded; }
+    size_t behindCharacter(size_t at) const { return at + (at_(at).hasSecondHalf ? 2 : 1); }
+
+private:
+    const Letter& at_(size_t at) const { return letters_[static_cast<qsizetype>(at)]; }
+
+    QVarLengthArray<Letter, 256> letters_;
+    size_t size_ = 0;
+};
+
+/// Those of a text of ASCII characters, which needs no preparation.
+class LikePattern::AsciiLetters {
+public:
+    explicit AsciiLetters(QByteArrayView text)
+        : text_(text) {}
+
+    size_t size() const { return static_cast<size_t>(text_.size()); }
+    char32_t folded(size_t at) const { return static_cast<uchar>(asciiFolded[static_cast<uchar>(text_.data()[at])]); }
+    char32_t character(size_t at) const { return static_cast<uchar>(text_.data()[at]); }
+    size_t behindCharacter(size_t at) const { return at + 1; }
+
+private:
+    QByteArrayView text_;
+};
+
 // The place behind what the element takes from the text there, or nothing.
-std::optional<size_t> LikePattern::step(const Element& element, Letters letters, size_t at) const {
-    const Letter& letter = letters[at];
-    const size_t behindCharacter = at + (letter.hasSecondHalf ? 2 : 1);
+template<class Text>
+std::optional<size_t> LikePattern::step(const Element& element, const Text& text, size_t at) const {
+    const char32_t folded = text.folded(at);
     switch (element.kind) {
     case Element::Kind::AnyRun: return {};
-    case Element::Kind::AnyOne: return behindCharacter;
-    case Element::Kind::Letter: return letter.folded == element.letter ? std::optional(at + 1) : std::nullopt;
-    case Element::Kind::Digit:
-        return letter.folded >= U'0' && letter.folded <= U'9' ? std::optional(at + 1) : std::nullopt;
+    case Element::Kind::AnyOne: return text.behindCharacter(at);
+    case Element::Kind::Letter: return folded == element.letter ? std::optional(at + 1) : std::nullopt;
+    case Element::Kind::Digit: return folded >= U'0' && folded <= U'9' ? std::optional(at + 1) : std::nullopt;
     case Element::Kind::Class: break;
     }
-    const CharClass& charClass = classes_[element.classIndex];
-    const char32_t character = letter.character ? letter.character : letter.folded;
-    if (contains(charClass, character, withoutCase(character)) != charClass.negated) return behindCharacter;
-    if (charClass.negated || at + 1 == letters.size()) return {};
+    return stepOverClass(classes_[element.classIndex], text, at);
+}
+
+template<class Text>
+std::optional<size_t> LikePattern::stepOverClass(const CharClass& charClass, const Text& text, size_t at) const {
+    const char32_t character = text.character(at);
+    if (contains(charClass, character, withoutCase(character)) != charClass.negated) return text.behindCharacter(at);
+    if (charClass.negated || at + 1 == text.size()) return {};
     // Two letters of the text are the one of the class that stands for both.
     for (const char32_t listed : charClass.characters) {
         const FoldedCharacter pair = foldCharacter(listed);
-        if (pair.second && pair.first == letter.folded && pair.second == letters[at + 1].folded) return at + 2;
+        if (pair.second && pair.first == text.folded(at) && pair.second == text.folded(at + 1)) return at + 2;
     }
     return {};
 }
 
-size_t LikePattern::nextPlaceOf(char32_t letter, Letters letters, size_t from) {
-    while (from < letters.size() && letters[from].folded != letter)
+template<class Text>
+size_t LikePattern::nextPlaceOf(char32_t letter, const Text& text, size_t from) {
+    const size_t size = text.size();
+    while (from < size && text.folded(from) != letter)
         ++from;
     return from;
 }
 
 // What stands between two runs takes the first place where it fits: any later one leaves less for the rest. So only
 // the last run is ever widened.
-bool LikePattern::matchesLetters(Letters letters) const {
+template<class Text>
+bool LikePattern::matchesLetters(const Text& text) const {
     size_t at = 0, runStart = 0;
     qsizetype element = 0, behindRun = -1;
     for (;;) {
@@ -140,18 +209,20 @@ bool LikePattern::matchesLetters(Letters letters) const {
             behindRun = ++element;
             if (behindRun == elements_.size()) return true;
             runStart = at;
+            if (elements_[behindRun].kind == Element::Kind::Letter)
+                at = runStart = nextPlaceOf(elements_[behindRun].letter, text, runStart);
             continue;
         }
-        if (at == letters.size()) return element == elements_.size();
+        if (at == text.size()) return element == elements_.size();
         std::optional<size_t> next;
-        if (element < elements_.size()) next = step(elements_[element], letters, at);
+        if (element < elements_.size()) next = step(elements_[element], text, at);
         if (next) {
             at = *next;
             ++element;
         } else if (behindRun >= 0) {
             ++runStart;
             if (elements_[behindRun].kind == Element::Kind::Letter)
-                runStart = nextPlaceOf(elements_[behindRun].letter, letters, runStart);
+                runStart = nextPlaceOf(elements_[behindRun].letter, text, runStart);
             at = runStart;
             element = behindRun;
         } else {
@@ -164,15 +235,47 @@ bool LikePattern::matches(QStringView text) const {
     if (broken_) return false;
     QString buffer;
     text = composed(text, buffer);
-    QVarLengthArray<Letter, 256> letters(text.size() * 2); // no character is more than two letters
-    size_t count = 0;
-    for (qsizetype at = 0; at < text.size();) {
-        const char32_t character = takeCharacter(text, at);
-        const FoldedCharacter folded = foldCharacter(character);
-        letters[static_cast<qsizetype>(count++)] = {folded.first, character, folded.second != 0};
-        if (folded.second) letters[static_cast<qsizetype>(count++)] = {folded.second, 0, false};
+    Letters letters(text.size());
+    for (qsizetype at = 0; at < text.size();)
+        letters.add(takeCharacter(text, at));
+    return matchesLetters(letters);
+}
+
+void LikePattern::noteBeginning() {
+    qsizetype place = 0;
+    for (; place < elements_.size(); ++place) {
+        const Element& element = elements_[place];
+        if (element.kind != Element::Kind::Letter || element.letter >= 0x80) break;
+        beginning_.append(static_cast<char>(element.letter));
     }
-    return matchesLetters({letters.data(), count});
+    endsWithBeginning_ = place + 1 == elements_.size() && elements_[place].kind == Element::Kind::AnyRun;
+}
+
+// A character is compared only if the next one cannot be an accent on it.
+LikePattern::Answer LikePattern::answerByBeginning(QByteArrayView text) const {
+    constexpr uchar firstByteOfAccents = 0xCC;
+    const auto* const bytes = reinterpret_cast<const uchar*>(text.data());
+    const qsizetype size = text.size();
+    for (qsizetype at = 0; at < beginning_.size(); ++at) {
+        if (at == size) return Answer::No;
+        if (bytes[at] >= 0x80 || (at + 1 < size && bytes[at + 1] >= firstByteOfAccents)) return Answer::Unsure;
+        if (asciiFolded[bytes[at]] != beginning_.at(at)) return Answer::No;
+    }
+    return endsWithBeginning_ ? Answer::Yes : Answer::Unsure;
+}
+
+bool LikePattern::matchesUtf8(QByteArrayView text) const {
+    if (broken_) return false;
+    if (!beginning_.isEmpty())
+        if (const Answer answer = answerByBeginning(text); answer != Answer::Unsure) return answer == Answer::Yes;
+    if (isAscii(text)) return matchesLetters(AsciiLetters(text));
+    Letters letters(text.size());
+    for (qsizetype at = 0; at < text.size();) {
+        const char32_t character = takeLatin(text, at);
+        if (character >= firstCombining) return matches(QString::fromUtf8(text));
+        letters.add(character);
+    }
+    return matchesLetters(letters);
 }
 
 bool matchesLike(QStringView text, QStringView pattern, BrokenPattern broken) {

@@ -1,11 +1,12 @@
 #pragma once
 // The pattern language of the operator Like: * any run, ? one character, # one digit, [abc], [a-z], [!a-z].
 // Letters match without regard to case, ß matches ss (æ ae, œ oe), ranges follow the sort order.
+#include <QByteArray>
+#include <QByteArrayView>
 #include <QList>
 #include <QString>
 #include <QStringView>
 #include <optional>
-#include <span>
 
 namespace jet {
 
@@ -17,6 +18,8 @@ public:
     /// A class that is not closed, or a range whose bounds descend. Such a pattern matches nothing.
     bool isBroken() const { return broken_; }
     bool matches(QStringView text) const;
+    /// The same for UTF-8, as engines hold texts; faster where the text is Latin.
+    bool matchesUtf8(QByteArrayView text) const;
 
 private:
     struct Range {
@@ -39,18 +42,29 @@ private:
         char32_t character; ///< before folding; 0 for a second half
         bool hasSecondHalf;
     };
-    using Letters = std::span<const Letter>;
+    class Letters;
+    class AsciiLetters;
+    enum class Answer : quint8 { No, Yes, Unsure };
 
     qsizetype readClass(QStringView pattern, qsizetype at);
     static bool readClassItems(QStringView items, CharClass& charClass);
     void addLetters(char32_t character);
-    std::optional<size_t> step(const Element& element, Letters letters, size_t at) const;
+    void noteBeginning();
+    Answer answerByBeginning(QByteArrayView text) const;
+    template<class Text>
+    std::optional<size_t> step(const Element& element, const Text& text, size_t at) const;
+    template<class Text>
+    std::optional<size_t> stepOverClass(const CharClass& charClass, const Text& text, size_t at) const;
     static bool contains(const CharClass& charClass, char32_t character, char32_t folded);
-    static size_t nextPlaceOf(char32_t letter, Letters letters, size_t from);
-    bool matchesLetters(Letters letters) const;
+    template<class Text>
+    static size_t nextPlaceOf(char32_t letter, const Text& text, size_t from);
+    template<class Text>
+    bool matchesLetters(const Text& text) const;
 
     QList<Element> elements_;
     QList<CharClass> classes_;
+    QByteArray beginning_;           ///< its first letters as far as they are ASCII
+    bool endsWithBeginning_ = false; ///< behind them is any run and nothing more
     bool broken_ = false;
 };
 

@@ -102,9 +102,9 @@ QString CriterionGenerator::condition(int depth) {
 QString CriterionGenerator::sortOrder() {
     QStringList terms;
     for (int count = 1 + below(3); count > 0; --count) {
-        QString term = expression(anyKind(), below(3));
-        bool isPlace = false; // a whole number would be the place of a column
-        term.toInt(&isPlace);
+        const QString term = expression(anyKind(), below(3));
+        bool isPlace = false; // a whole number, in parentheses too, would be the place of a column
+        QString(term).remove(u'(').remove(u')').toInt(&isPlace);
         terms.append((isPlace ? oneOf(textColumns) : term) + (chance(50) ? u" DESC"_s : QString()));
     }
     return terms.join(u", "_s);

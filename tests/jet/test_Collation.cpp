@@ -100,6 +100,36 @@ TEST(Collation, waysAgreeAndTheOrderIsTransitive) {
     }
 }
 
+// The ways without keys against the keys, over texts full of what they must leave to each other.
+TEST(Collation, fastWaysAgreeWithTheKeys) {
+    const QStringList alphabet{u"a"_s, u"A"_s,      u"b"_s,          u"Z"_s,      u"ä"_s, u"s"_s,      u"ß"_s,
+                               u"Æ"_s, u"-"_s,      u"'"_s,          u"\u00AD"_s, u" "_s, u"  "_s,     u"_"_s,
+                               u"."_s, u"9"_s,      u"0"_s,          u"ж"_s,      u"ø"_s, u"\u0308"_s, u"\u0338"_s,
+                               u"€"_s, u"\x01"_s,   u"é"_s,          u"["_s,      u"~"_s, u"ſ"_s,      u"\u212A"_s,
+                               u"Ⅷ"_s, u"\u3042"_s, u"\U0001F600"_s, u"\u1EBF"_s};
+    const quint64 seed = qEnvironmentVariableIsSet("MKL_SEED") ? qEnvironmentVariable("MKL_SEED").toULongLong() : 4711;
+    const int rounds = qEnvironmentVariableIsSet("MKL_FULL") ? 5'000'000 : 50'000;
+    std::mt19937_64 random(seed);
+    const auto below = [&](qsizetype limit) { return static_cast<qsizetype>(random() % static_cast<size_t>(limit)); };
+    const auto sign = [](int order) { return (order > 0) - (order < 0); };
+    for (int round = 0; round < rounds; ++round) {
+        // A small part of the alphabet at a time, and often a common beginning: many near ties.
+        const qsizetype first = below(alphabet.size() - 4), width = round % 2 ? alphabet.size() - first : 5;
+        const auto word = [&](QString text) {
+            for (qsizetype length = below(5); length > 0; --length)
+                text += alphabet[first + below(width)];
+            return text;
+        };
+        const QString beginning = word({}), a = word(beginning), b = word(beginning);
+        const int expected = sign(jet::sortKey(a).compare(jet::sortKey(b)));
+        const QByteArray a8 = a.toUtf8(), b8 = b.toUtf8();
+        ASSERT_EQ(sign(jet::compare(a, b)), expected)
+            << "seed " << seed << ": '" << a.toStdString() << "' '" << b.toStdString() << "'";
+        ASSERT_EQ(sign(jet::compareUtf8(a8.toStdString(), b8.toStdString())), expected)
+            << "seed " << seed << ": '" << a.toStdString() << "' '" << b.toStdString() << "'";
+    }
+}
+
 TEST(Collation, caseNeverCounts) {
     for (char32_t c = 0x20; c < 0xD7FF; ++c) {
         if (QChar::category(c) == QChar::Mark_NonSpacing) continue; // an accent, though one of them folds to a letter

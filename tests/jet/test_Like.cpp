@@ -145,6 +145,35 @@ TEST(Like, agreesWithTheSlowRules) {
     EXPECT_GT(matched, 2000); // both answers occur often
 }
 
+TEST(Like, bytesAgreeWithCharacters) {
+    const QStringList letters{u"a"_s, u"A"_s, u"b"_s,      u"s"_s, u"S"_s,      u"ß"_s,          u"ä"_s,      u"Ä"_s,
+                              u"æ"_s, u"e"_s, u"\u0308"_s, u"1"_s, u"\u00ff"_s, u"\U0001F600"_s, u"\u212A"_s, u"k"_s};
+    const QStringList wildcards{u"*"_s, u"*"_s, u"?"_s, u"#"_s, u"[a-s]"_s, u"[!a]"_s, u"[ß]"_s, u"[æe]"_s};
+    const quint64 seed = qEnvironmentVariableIsSet("MKL_SEED") ? qEnvironmentVariable("MKL_SEED").toULongLong() : 815;
+    const int rounds = qEnvironmentVariableIsSet("MKL_FULL") ? 3'000'000 : 40'000;
+    std::mt19937_64 random(seed);
+    const auto oneOf = [&](const QStringList& list, qsizetype from) {
+        return list[from + static_cast<qsizetype>(random() % static_cast<size_t>(list.size() - from))];
+    };
+    int matched = 0;
+    for (int round = 0; round < rounds; ++round) {
+        const qsizetype from = round % 2 ? 0 : letters.size() / 2;
+        QString text, pattern;
+        for (auto length = random() % 7; length > 0; --length)
+            text += oneOf(letters, from);
+        for (auto length = random() % 6; length > 0; --length)
+            pattern += random() % 3 ? oneOf(letters, from) : oneOf(wildcards, 0);
+        const LikePattern ready(pattern);
+        matched += ready.matches(text);
+        ASSERT_EQ(ready.matchesUtf8(text.toUtf8()), ready.matches(text))
+            << "seed " << seed << ": '" << text.toStdString() << "' Like '" << pattern.toStdString() << "'";
+    }
+    EXPECT_GT(matched, rounds / 100);
+    EXPECT_FALSE(LikePattern(u"a*").matchesUtf8("\xff")); // no text at all
+    EXPECT_TRUE(LikePattern(u"?").matchesUtf8("\xff"));
+    EXPECT_FALSE(LikePattern(u"a[").matchesUtf8("a["));
+}
+
 TEST(Like, manyRunsAnswerAtOnce) {
     const QString text(20000, u'y');
     QElapsedTimer timer;
