@@ -10,6 +10,8 @@ test_packages=(
     libgtest-dev libgmock-dev clang-format python3 sqlite3
     xvfb xauth openbox xdotool imagemagick x11-utils)
 
+fuzz_packages=(clang libclang-rt-14-dev python3)
+
 # Qt asks for a UTF-8 locale and a private run-time folder; a bare machine has neither.
 prepare_environment() {
     case "${LC_ALL:-${LC_CTYPE:-${LANG:-}}}" in
@@ -52,13 +54,13 @@ ensure_packages() {
     "${as_root[@]}" "${install[@]}"
 }
 
-# build PRESET: configures and builds everything of that preset.
+# build PRESET [TARGET]: configures that preset and builds everything of it, or the one target.
 build() {
     (cd "$top" && cmake --preset "$1" >"$(log_of "$1")" 2>&1) || {
         cat "$(log_of "$1")" >&2
         return 1
     }
-    cmake --build "$top/build/$1" --parallel "$(nproc)"
+    cmake --build "$top/build/$1" --parallel "$(nproc)" ${2:+--target "$2"}
 }
 
 log_of() {
