@@ -97,6 +97,13 @@ TEST(Criterion, errorsOfTheText) {
     EXPECT_EQ(errorOf(QString(300, u'(') + u"1"_s + QString(300, u')')), 3360);
 }
 
+TEST(Criterion, functionsOfAnEngineAreUnknown) {
+    for (const QString& call :
+         {u"sqlite_version()"_s, u"load_extension('x')"_s, u"pg_sleep(1)"_s, u"mkl_like('a', 'a')"_s, u"as_date(1)"_s,
+          u"coalesce(1, 2)"_s, u"DLookup('a', 'b')"_s, u"Shell('x')"_s})
+        EXPECT_EQ(errorOf(call + u" = 1"_s), 3085) << qPrintable(call);
+}
+
 TEST(Criterion, errorNamesTokenAndPlace) {
     try {
         criterion(u"nr = 1 Und Aktiv"_s);

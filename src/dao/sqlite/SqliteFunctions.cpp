@@ -2,6 +2,7 @@
 
 #include "dao/Constants.h"
 #include "dao/StoredValue.h"
+#include "dao/sqlite/SqliteLike.h"
 #include "jet/Aggregates.h"
 #include "jet/Collation.h"
 #include "jet/Functions.h"
@@ -114,6 +115,18 @@ void callFunction(sqlite3_context* context, int count, sqlite3_value** values) {
     });
 }
 
+void callLike(sqlite3_context* context, int count, sqlite3_value** values) {
+    guarded(context, [&](const Registration& registration) {
+        if (!answerLike(context, values)) setResult(context, registration.function(argumentsOf(count, values)));
+    });
+}
+
+using Callback = void (*)(sqlite3_context*, int, sqlite3_value**);
+
+Callback callbackOf(const jet::Operator& op) {
+    return std::string_view(op.nativeName) == "mkl_like" ? &callLike : &callFunction;
+}
+
 // The engine gives zeroed memory per group: room for one pointer.
 jet::Accumulator** accumulatorOf(sqlite3_context* context, bool make) {
     const int size = make ? static_cast<int>(sizeof(jet::Accumulator*)) : 0;
@@ -158,10 +171,10 @@ void deleteRegistration(void* registration) {
 }
 
 void registerFunction(SqliteSession& session, const char* name, int count, int flags,
-                      Variant (*function)(std::span<const Variant>)) {
+                      Variant (*function)(std::span<const Variant>), Callback callback = &callFunction) {
     session.check(sqlite3_create_function_v2(session.database(), name, count, flags,
-                                             new Registration{&session, function, nullptr}, &callFunction, nullptr,
-                                             nullptr, &deleteRegistration));
+                                             new Registration{&session, function, nullptr}, callback, nullptr, nullptr,
+                                             &deleteRegistration));
 }
 
 void registerAggregate(SqliteSession& session, const jet::Aggregate& aggregate) {
@@ -184,7 +197,7 @@ void SqliteFunctions::registerAll(SqliteSession& session) {
             registerFunction(session, function.nativeName, anyCount, function.deterministic ? pure : impure,
                              function.implementation);
     for (const jet::Operator& op : jet::operators())
-        registerFunction(session, op.nativeName, op.argumentCount, pure, op.implementation);
+        registerFunction(session, op.nativeName, op.argumentCount, pure, op.implementation, callbackOf(op));
     for (const jet::Operator& store : jet::storeFunctions())
         registerFunction(session, store.nativeName, store.argumentCount, pure, store.implementation);
     for (const jet::Aggregate& aggregate : jet::aggregates())
@@ -194,6 +207,10 @@ void SqliteFunctions::registerAll(SqliteSession& session) {
     registerMarker<ColumnType::Date>(session);
     session.check(
         sqlite3_create_collation_v2(session.database(), textCollation, SQLITE_UTF8, nullptr, &compareTexts, nullptr));
+}
+
+unsigned int SqliteFunctions::subtypeFor(ColumnType type) {
+    return subtypeOf(type);
 }
 
 const char* SqliteFunctions::markerFor(ColumnType type) {
