@@ -158,10 +158,9 @@ TEST(Dynaset, WithoutAPrimaryKey) {
 
 TEST(Dynaset, QueriesThatCannotBeEdited) {
     const OpenedDatabase o(catalogueTables());
-    const QStringList queries{u"SELECT DISTINCT Aktiv FROM ARTIKEL"_s,
-                              u"SELECT Aktiv, Count(*) AS Anzahl FROM ARTIKEL GROUP BY Aktiv"_s,
-                              u"SELECT Max(Artikelname) AS M FROM ARTIKEL"_s,
-                              u"SELECT Artikelname FROM ARTIKEL, KATEGORIEN"_s};
+    const QStringList queries{
+        u"SELECT DISTINCT Aktiv FROM ARTIKEL"_s, u"SELECT Aktiv, Count(*) AS Anzahl FROM ARTIKEL GROUP BY Aktiv"_s,
+        u"SELECT Max(Artikelname) AS M FROM ARTIKEL"_s, u"SELECT Artikelname FROM ARTIKEL, KATEGORIEN"_s};
     for (const QString& query : queries) {
         SCOPED_TRACE(query.toStdString());
         const Ref<Recordset> rows = dynaset(o, query);
