@@ -7,16 +7,20 @@ namespace dao {
 namespace {
 
 EditColumn editColumn(const jet::OutputColumn& output, const jet::Schema& schema) {
-    EditColumn result{output.name, {output.name, output.type}, false};
+    EditColumn result{output.name, {.name = output.name, .type = output.type}, false};
     const jet::Table* table = output.sourceTable.isEmpty() ? nullptr : schema.findTable(output.sourceTable);
     const int ordinal = table ? table->columnIndex(output.sourceColumn) : -1;
     if (ordinal < 0) return result;
     result.column = table->columns[ordinal];
-    result.writable = !result.column.autoNumber;
+    result.writable = isWritable(result.column);
     return result;
 }
 
 } // namespace
+
+bool isWritable(const jet::Column& column) {
+    return !column.autoNumber && !column.computed;
+}
 
 QList<EditColumn> editColumns(const QList<jet::OutputColumn>& columns, const jet::Schema& schema) {
     QList<EditColumn> result;

@@ -16,7 +16,10 @@ struct EditColumn {
     bool writable = false; ///< false for an expression, a counter and where the record set forbids it
 };
 
-/// The columns of record sets over tables: expressions and counters are not writable.
+/// Whether a program may set the column at all.
+bool isWritable(const jet::Column& column);
+
+/// The columns of a record set over tables: expressions, counters and computed columns are not writable.
 QList<EditColumn> editColumns(const QList<jet::OutputColumn>& columns, const jet::Schema& schema);
 
 /// The copy buffer of a record set: what Edit or AddNew began and Update is to store. Columns are counted as the record

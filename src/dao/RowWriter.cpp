@@ -16,7 +16,7 @@ RowWriter::RowWriter(std::shared_ptr<Connection> connection, const jet::Table& t
         const int ordinal = table.columnIndex(name);
         if (ordinal < 0) mkl::throwError(err::UnknownColumn, {name});
         const jet::Column& column = table.columns[ordinal];
-        columns_.push_back({column.name, column.type, table.primaryKey.contains(ordinal) && !column.autoNumber});
+        columns_.push_back({column, table.primaryKey.contains(ordinal) && !column.autoNumber});
         names.append(target.name(column.name));
     }
     head_ = "INSERT INTO " + target.name(table.name) + " (" + names.join(", ") + ") VALUES ";
@@ -37,7 +37,7 @@ void RowWriter::appendBlock(std::span<const mkl::Variant> values) {
         const TargetColumn& column = columns_[i % columns_.size()];
         // The engine would make a key up.
         if (column.isKey && values[i].isNull()) mkl::throwError(err::NullInKey);
-        stored.push_back(encodeFor(values[i], column.type, column.name));
+        stored.push_back(encodeFor(values[i], column.facts));
     }
     connection_->prepared(statementFor(static_cast<qsizetype>(values.size() / columns_.size())), Access::Write)
         ->run(stored);
@@ -52,7 +52,7 @@ const QByteArray& RowWriter::statementFor(qsizetype rows) {
     for (qsizetype row = 0; row < rows; ++row) {
         QByteArrayList parameters;
         for (const TargetColumn& column : columns_)
-            parameters.append(target.parameter(++number, column.type));
+            parameters.append(target.parameter(++number, column.facts.type));
         tuples.append('(' + parameters.join(", ") + ')');
     }
     native_ = head_ + tuples.join(", ");

@@ -1,5 +1,6 @@
 #pragma once
 #include "base/Variant.h"
+#include "jet/Schema.h"
 
 #include <QByteArray>
 #include <QList>
@@ -7,11 +8,6 @@
 #include <memory>
 #include <span>
 #include <vector>
-
-namespace jet {
-struct Table;
-enum class ColumnType : quint8;
-} // namespace jet
 
 namespace dao {
 
@@ -23,7 +19,8 @@ public:
     RowWriter(std::shared_ptr<Connection> connection, const jet::Table& table, const QStringList& columns);
 
     /// One row, the values in the order of the columns. 3022 doubled key, 3058 and 3314 Null where none may be,
-    /// 3346 wrong number of values, 3421 a value that does not fit its column.
+    /// 3346 wrong number of values, 3163 a text that is too long, 3421 and 6 a value that does
+    /// not fit its column.
     void append(std::span<const mkl::Variant> values);
 
     /// Several rows in one statement, one behind the other: cheaper than row by row. All are stored or, on an error,
@@ -32,8 +29,7 @@ public:
 
 private:
     struct TargetColumn {
-        QString name;
-        jet::ColumnType type;
+        jet::Column facts;
         bool isKey; ///< of the primary key, and no counter fills it
     };
 

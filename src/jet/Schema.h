@@ -12,6 +12,7 @@ struct Column {
     ColumnType type = ColumnType::Unknown;
     bool autoNumber = false;
     bool required = false;
+    bool computed = false; ///< out of other columns
     int size = 0; ///< of a text: characters; of a whole number: 1 (0 to 255) or 2 bytes; 0 where the type alone counts
 };
 

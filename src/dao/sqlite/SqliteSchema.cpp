@@ -15,7 +15,7 @@ constexpr const char* tablesText =
     "WHERE l.schema = 'main' AND l.type = 'table' AND s.type = 'table' AND s.name NOT LIKE 'sqlite!_%' ESCAPE '!' "
     "ORDER BY s.rowid";
 constexpr const char* columnsText =
-    "SELECT name, type, \"notnull\", pk FROM pragma_table_xinfo(?1) WHERE hidden <> 1 ORDER BY cid";
+    "SELECT name, type, \"notnull\", pk, hidden FROM pragma_table_xinfo(?1) WHERE hidden <> 1 ORDER BY cid";
 constexpr const char* indexesText =
     "SELECT name, \"unique\" FROM pragma_index_list(?1) WHERE origin = 'c' AND partial = 0 ORDER BY seq DESC";
 constexpr const char* indexColumnsText =
@@ -90,6 +90,7 @@ void readColumns(Connection& connection, TableFacts& facts) {
         jet::Column column;
         column.name = textAt(rows, row, 0);
         column.type = columnTypeOf(textAt(rows, row, 1));
+        column.computed = rows.value(row, 4).integer != 0;
         column.size = columnSizeOf(textAt(rows, row, 1), column.type);
         column.required = rows.value(row, 2).integer != 0;
         facts.table.columns.append(column);
