@@ -22,6 +22,7 @@ namespace dao {
 enum class Access : quint8 {
     Read,    ///< read the user's tables, call the functions of the dialect
     Write,   ///< the same, and store, change and delete rows
+    Define,  ///< make a table
     Internal ///< whatever this layer needs itself
 };
 

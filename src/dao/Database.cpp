@@ -124,6 +124,7 @@ qint64 Database::Data::run(Translation& translation, const Parameters& parameter
     const jet::Plan& plan = translation.plan;
     if (plan.kind == jet::StatementKind::MakeTable) {
         translation.statement->run({});
+        refreshSchema();
         return connection->prepare(plan.followUp, Access::Write)->run(parameters);
     }
     auto& statement = strict ? translation.statement : translation.lenientStatement;

@@ -17,7 +17,7 @@ bool hasFixedLiterals(const QList<jet::FixedLiteral>& fixedLiterals, const jet::
 }
 
 Access accessOf(const jet::Plan& plan) {
-    if (plan.kind == jet::StatementKind::MakeTable) return Access::Internal; // a table, which no other statement makes
+    if (plan.kind == jet::StatementKind::MakeTable) return Access::Define;
     return plan.kind == jet::StatementKind::Select ? Access::Read : Access::Write;
 }
 

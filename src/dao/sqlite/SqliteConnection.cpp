@@ -1,5 +1,6 @@
 #include "dao/sqlite/SqliteConnection.h"
 
+#include "dao/sqlite/SqliteAuthorizer.h"
 #include "dao/sqlite/SqliteFunctions.h"
 #include "dao/sqlite/SqliteNewRow.h"
 #include "dao/sqlite/SqliteStatement.h"
@@ -11,6 +12,8 @@ SqliteConnection::SqliteConnection(std::shared_ptr<SqliteSession> session, int b
     sqlite3_busy_timeout(session_->database(), busyTimeoutMilliseconds);
     protect();
     SqliteFunctions::registerAll(*session_);
+    SqliteAuthorizer::limit(*session_);
+    SqliteAuthorizer::watch(*session_);
     refreshSchema();
 }
 
@@ -106,6 +109,7 @@ bool SqliteConnection::refreshSchema() {
     const qint64 version = readSchemaVersion();
     if (version == schemaVersion_) return false;
     schema_.read(*this, *session_);
+    session_->setUserTables(schema_.tableNames());
     schemaVersion_ = version;
     return true;
 }

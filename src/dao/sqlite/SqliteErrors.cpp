@@ -72,7 +72,8 @@ bool isKeyColumn(sqlite3* database, const QString& message) {
 [[noreturn]] void raiseLogicError(const QString& message, const QString& source) {
     if (message == u"integer overflow"_s) mkl::throwError(mkl::err::Overflow, {}, source);
     const bool tooComplex = message.contains(u"too large"_s) || message.contains(u"too many"_s) ||
-                            message.contains(u"at most"_s) || message.contains(u"stack overflow"_s);
+                            message.contains(u"at most"_s) || message.contains(u"stack overflow"_s) ||
+                            message.startsWith(u"variable number must be"_s);
     if (tooComplex) mkl::throwError(err::TooComplex, {}, source);
     const bool nameTaken = message.contains(u"already exists"_s) || message.contains(u"already an index"_s) ||
                            message.contains(u"reserved for internal use"_s);

@@ -15,6 +15,16 @@ void SqliteSession::check(int code) {
     raiseSqliteError(database(), code, name_);
 }
 
+void SqliteSession::setUserTables(const QStringList& names) {
+    userTables_.clear();
+    for (const QString& name : names)
+        userTables_.insert(name.toUtf8().toLower());
+}
+
+bool SqliteSession::isUserTable(QByteArrayView name) const {
+    return userTables_.contains(name.toByteArray().toLower());
+}
+
 void SqliteSession::keepFunctionError(const mkl::RunTimeError& error) {
     functionError_ = error;
 }

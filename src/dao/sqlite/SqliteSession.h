@@ -2,6 +2,7 @@
 #include "base/RunTimeError.h"
 #include "dao/Connection.h"
 
+#include <QSet>
 #include <QString>
 #include <memory>
 #include <optional>
@@ -27,6 +28,10 @@ public:
     /// What the statement that is being prepared or run may do.
     Access access() const { return access_; }
 
+    /// The tables that statements of the dialect may name.
+    void setUserTables(const QStringList& names);
+    bool isUserTable(QByteArrayView name) const;
+
     /// Sets the access until its end.
     class AccessScope {
     public:
@@ -49,6 +54,7 @@ private:
     std::unique_ptr<sqlite3, Closer> database_;
     QString name_;
     Access access_ = Access::Read;
+    QSet<QByteArray> userTables_; ///< in lower case, as far as the engine folds
     std::optional<mkl::RunTimeError> functionError_;
 };
 

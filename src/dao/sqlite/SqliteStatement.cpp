@@ -1,5 +1,6 @@
 #include "dao/sqlite/SqliteStatement.h"
 
+#include "dao/Errors.h"
 #include "dao/sqlite/SqliteFaults.h"
 
 namespace dao {
@@ -26,10 +27,23 @@ SqliteStatement::SqliteStatement(std::shared_ptr<SqliteSession> session, const Q
     , access_(access) {
     const SqliteSession::AccessScope scope(*session_, access_);
     sqlite3_stmt* prepared = nullptr;
+    const char* rest = nullptr;
     const int code = sqlite3_prepare_v3(session_->database(), native.constData(), static_cast<int>(native.size()) + 1,
-                                        SQLITE_PREPARE_PERSISTENT, &prepared, nullptr);
+                                        SQLITE_PREPARE_PERSISTENT, &prepared, &rest);
     statement_.reset(prepared);
+    if (code == SQLITE_TOOBIG) mkl::throwError(err::TooComplex);
     session_->check(code);
+    requireOneStatement(rest);
+    // Of a few statements that store the engine does not ask.
+    const bool writes = sqlite3_stmt_readonly(statement_.get()) == 0;
+    if (access_ == Access::Read && writes) mkl::throwError(err::NotPermitted, {QString::fromUtf8(native)});
+}
+
+// The engine takes the first statement of a text and leaves the others alone.
+void SqliteStatement::requireOneStatement(const char* rest) const {
+    if (!statement_) mkl::throwError(err::NoStatement, {QString()});
+    const QByteArray behind = QByteArrayView(rest).trimmed().toByteArray();
+    if (!behind.isEmpty()) mkl::throwError(err::TextAfterEnd, {QString::fromUtf8(behind)});
 }
 
 bool SqliteStatement::readSome(std::span<const StoredValue> parameters, RowStore& rows, qsizetype limit) {

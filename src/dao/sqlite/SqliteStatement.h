@@ -17,6 +17,7 @@ private:
         void operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
     };
 
+    void requireOneStatement(const char* rest) const;
     void bind(std::span<const StoredValue> parameters);
     int bindOne(int number, const StoredValue& value);
     bool isCheapSoFar(qsizetype rows) const;
