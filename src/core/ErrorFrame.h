@@ -2,6 +2,8 @@
 // How a procedure of a control ends when it fails. What a procedure must tidy up belongs into a scope guard that is
 // declared before the frame is entered, so that the report comes first and the tidying last.
 #include "core/ErrorHandler.h"
+#include "core/TransMark.h"
+#include "dao/TransactionWatch.h"
 
 #include <type_traits>
 #include <utility>
@@ -36,6 +38,30 @@ public:
             reportError(error, procName);
         }
         return defaultResult;
+    }
+
+    /// Command: a failure of body is reported under the procedure's name, then what the mark began is rolled back, then
+    /// after() puts right what is on screen; both only after a failure. A command that returns with more transaction
+    /// levels than it began with makes the workspace's notifier say so. The control may be gone after the report.
+    template<class Body, class After>
+    void command(const QString& procName, TransMark& mark, Body&& body, After&& after) const {
+        const dao::TransactionWatch watch(mark.workspace());
+        try {
+            std::forward<Body>(body)();
+            return;
+        } catch (const RunTimeError& error) {
+            reportProcError(error, procName);
+        }
+        try {
+            mark.rollbackIfOpen();
+        } catch (const RunTimeError& failure) {
+            logFailure(procName, failure);
+        }
+        std::forward<After>(after)();
+    }
+    template<class Body>
+    void command(const QString& procName, TransMark& mark, Body&& body) const {
+        command(procName, mark, std::forward<Body>(body), [] {});
     }
 
     /// Boundary: the outermost frame of what the event loop calls, through which nothing may be thrown. A report

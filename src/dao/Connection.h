@@ -54,6 +54,9 @@ public:
     /// Ends it, with an open transaction undone. All its statements are invalid then.
     virtual void close() = 0;
     virtual bool isUpdatable() const = 0;
+    /// How long to wait for another program's lock.
+    virtual void setBusyTimeout(int milliseconds) = 0;
+    virtual int busyTimeout() const = 0;
     /// Stands before every change: 3027 for a read-only database, 3246 in a doomed transaction; what is still to be
     /// read as it is now is read.
     void requireWritable();

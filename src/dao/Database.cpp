@@ -109,6 +109,7 @@ mkl::Ref<Recordset> Database::OpenRecordset(const QString& source, Long type) {
 
 void Database::Execute(const QString& sql, Long options) {
     Connection& connection = d_->opened();
+    d_->recordsAffected = 0;
     d_->refreshSchema();
     const jet::Shape shape = jet::shapeOf(sql);
     const auto translation = d_->plans->translation(shape, sql, connection);
@@ -116,8 +117,9 @@ void Database::Execute(const QString& sql, Long options) {
     connection.requireWritable();
     const Parameters parameters = parameterValues(translation->plan, shape);
     const bool strict = (options & dbFailOnError) != 0;
-    connection.transaction().atomically(
-        [&] { d_->recordsAffected = static_cast<Long>(d_->run(*translation, parameters, strict)); });
+    qint64 affected = 0;
+    connection.transaction().atomically([&] { affected = d_->run(*translation, parameters, strict); });
+    d_->recordsAffected = mkl::roundToLong(static_cast<double>(affected));
 }
 
 qint64 Database::Data::run(Translation& translation, const Parameters& parameters, bool strict) {
@@ -133,6 +135,15 @@ qint64 Database::Data::run(Translation& translation, const Parameters& parameter
         statement = connection->prepare(connection->leavingOutFailedRows(native), Access::Write);
     }
     return statement->run(parameters);
+}
+
+void Database::setBusyTimeout(Long milliseconds) {
+    if (milliseconds < 0) mkl::throwError(mkl::err::InvalidArgument);
+    d_->opened().setBusyTimeout(milliseconds);
+}
+
+Long Database::BusyTimeout() const {
+    return d_->opened().busyTimeout();
 }
 
 Long Database::RecordsAffected() const {

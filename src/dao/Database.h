@@ -32,7 +32,11 @@ public:
     mkl::Ref<Recordset> OpenRecordset(const QString& source, Long type = 0);
     /// Runs an action query. options: 0 or dbFailOnError.
     void Execute(const QString& sql, Long options = 0);
-    Long RecordsAffected() const;
+    Long RecordsAffected() const; ///< of the last Execute; 0 where it failed
+
+    /// How long this database waits for another program's lock; 5 for a negative time.
+    void setBusyTimeout(Long milliseconds);
+    Long BusyTimeout() const;
 
     /// Names of the user's tables in the order of the file.
     QStringList tableNames() const;

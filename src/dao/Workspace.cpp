@@ -1,9 +1,13 @@
 #include "dao/Workspace.h"
 
+#include "base/Texts.h"
 #include "dao/Connection.h"
 #include "dao/Errors.h"
+#include "dao/WorkspaceNotifier.h"
 #include "dao/sqlite/SqliteFile.h"
 
+#include <QDebug>
+#include <algorithm>
 #include <vector>
 
 namespace dao {
@@ -11,6 +15,8 @@ namespace dao {
 struct Workspace::Data {
     std::vector<std::weak_ptr<Connection>> connections;
     int depth = 0;
+    int busyTimeout = OpenOptions().busyTimeoutMilliseconds;
+    WorkspaceNotifier notifier;
 
     mkl::Ref<Database> adopt(const QString& name, const std::shared_ptr<Connection>& connection);
     std::vector<std::shared_ptr<Connection>> opened();
@@ -47,6 +53,8 @@ Workspace::Workspace()
     : d_(std::make_unique<Data>()) {}
 
 Workspace::~Workspace() {
+    if (d_->depth > 0)
+        qWarning().noquote() << mkl::text(mkl::TextId::TransactionLeftOpen, {QString::number(d_->depth)});
     try {
         d_->rollbackTo(0);
     } catch (const mkl::RunTimeError&) {
@@ -55,11 +63,16 @@ Workspace::~Workspace() {
 }
 
 mkl::Ref<Database> Workspace::OpenDatabase(const QString& name, const OpenOptions& options) {
-    return d_->adopt(name, openSqlite(name, options));
+    OpenOptions effective = options;
+    if (options.busyTimeoutMilliseconds == OpenOptions().busyTimeoutMilliseconds)
+        effective.busyTimeoutMilliseconds = d_->busyTimeout;
+    return d_->adopt(name, openSqlite(name, effective));
 }
 
 mkl::Ref<Database> Workspace::CreateDatabase(const QString& name) {
-    return d_->adopt(name, createSqlite(name));
+    const auto connection = createSqlite(name);
+    connection->setBusyTimeout(d_->busyTimeout);
+    return d_->adopt(name, connection);
 }
 
 void Workspace::BeginTrans() {
@@ -89,6 +102,26 @@ void Workspace::Rollback() {
 
 int Workspace::transactionDepth() const {
     return d_->depth;
+}
+
+bool Workspace::isDoomed() const {
+    return std::ranges::any_of(d_->opened(),
+                               [](const auto& connection) { return connection->transaction().isDoomed(); });
+}
+
+void Workspace::setBusyTimeout(Long milliseconds) {
+    if (milliseconds < 0) mkl::throwError(mkl::err::InvalidArgument);
+    d_->busyTimeout = milliseconds;
+    for (const auto& connection : d_->opened())
+        connection->setBusyTimeout(milliseconds);
+}
+
+Long Workspace::BusyTimeout() const {
+    return d_->busyTimeout;
+}
+
+WorkspaceNotifier& Workspace::notifier() const {
+    return d_->notifier;
 }
 
 mkl::Ref<Workspace> DBEngine::CreateWorkspace() {

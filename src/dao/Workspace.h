@@ -8,10 +8,12 @@
 
 namespace dao {
 
+class WorkspaceNotifier;
+
 /// How a database is opened.
 struct OpenOptions {
     bool readOnly = false;
-    int busyTimeoutMilliseconds = 5000; ///< how long to wait for another program's lock
+    int busyTimeoutMilliseconds = 5000; ///< how long to wait for another program's lock; see Workspace too
     QByteArray vfs = {};                ///< file layer of the engine by name; empty for its default
 };
 
@@ -27,14 +29,31 @@ public:
     /// Makes a new, empty file and opens it; 3204 if it exists.
     mkl::Ref<Database> CreateDatabase(const QString& name);
 
+    /// Takes the write lock of all its databases at once, or of none: 3260 where another program holds one longer than
+    /// the busy timeout. Within a transaction it begins an inner one, whose commit is final only with the outermost.
     void BeginTrans();
-    void CommitTrans(); ///< 3034 without a transaction
-    void Rollback();    ///< 3034 without a transaction
+    /// 3034 without a transaction, 3246 if it is doomed. Databases are committed one after the other: where one of them
+    /// fails the former ones are stored, and the transaction stays open for another attempt or Rollback.
+    void CommitTrans();
+    void Rollback(); ///< 3034 without a transaction
     int transactionDepth() const;
+    /// The engine gave the transaction up after an error (a full disk, an interrupt). Every write and CommitTrans are
+    /// error 3246 until Rollback; reading shows what is stored.
+    bool isDoomed() const;
+
+    /// How long to wait for another program's lock: of all its databases, and of those opened later without a time of
+    /// their own. 5 for a negative time.
+    void setBusyTimeout(Long milliseconds);
+    Long BusyTimeout() const;
+
+    WorkspaceNotifier& notifier() const;
 
 private:
+    friend class TransactionWatch;
+
     struct Data;
     std::unique_ptr<Data> d_;
+    int watches_ = 0;
 };
 
 /// Entry to the data layer.

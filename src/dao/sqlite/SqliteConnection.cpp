@@ -1,5 +1,6 @@
 #include "dao/sqlite/SqliteConnection.h"
 
+#include "dao/Errors.h"
 #include "dao/sqlite/SqliteAuthorizer.h"
 #include "dao/sqlite/SqliteFunctions.h"
 #include "dao/sqlite/SqliteNewRow.h"
@@ -9,7 +10,7 @@ namespace dao {
 
 SqliteConnection::SqliteConnection(std::shared_ptr<SqliteSession> session, int busyTimeoutMilliseconds)
     : session_(std::move(session)) {
-    sqlite3_busy_timeout(session_->database(), busyTimeoutMilliseconds);
+    setBusyTimeout(busyTimeoutMilliseconds);
     protect();
     SqliteFunctions::registerAll(*session_);
     SqliteAuthorizer::limit(*session_);
@@ -30,6 +31,11 @@ void SqliteConnection::protect() {
     set(SQLITE_DBCONFIG_DQS_DML, 0);
     set(SQLITE_DBCONFIG_DQS_DDL, 0);
     set(SQLITE_DBCONFIG_ENABLE_QPSG, 1); // a cached statement is not planned anew for each value
+}
+
+void SqliteConnection::setBusyTimeout(int milliseconds) {
+    session_->check(sqlite3_busy_timeout(session_->database(), milliseconds));
+    busyTimeout_ = milliseconds;
 }
 
 void SqliteConnection::close() {
@@ -68,11 +74,20 @@ void SqliteConnection::command(const QByteArray& native) {
 
 // The lock for writing is taken at once: a conflict shows before the first row and not in the middle.
 void SqliteConnection::begin() {
+    if (isUpdatable()) requireFile();
     command(isUpdatable() ? "BEGIN IMMEDIATE" : "BEGIN");
 }
 
 void SqliteConnection::commit() {
+    if (isUpdatable()) requireFile();
     command("COMMIT");
+}
+
+// A file that somebody deleted or replaced goes on for whoever has it open, and what is stored in it is lost unseen.
+void SqliteConnection::requireFile() const {
+    int hasMoved = 0;
+    sqlite3_file_control(session_->database(), "main", SQLITE_FCNTL_HAS_MOVED, &hasMoved);
+    if (hasMoved != 0) mkl::throwError(err::DiskError, {session_->name()});
 }
 
 void SqliteConnection::rollback() {

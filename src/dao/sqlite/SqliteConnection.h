@@ -19,6 +19,8 @@ public:
     bool isOpen() const override { return session_->isOpen(); }
     void close() override;
     bool isUpdatable() const override;
+    void setBusyTimeout(int milliseconds) override;
+    int busyTimeout() const override { return busyTimeout_; }
 
     std::shared_ptr<Statement> prepare(const QByteArray& native, Access access) override;
     std::shared_ptr<Statement> prepared(const QByteArray& native, Access access) override;
@@ -42,6 +44,7 @@ public:
 
 private:
     void protect();
+    void requireFile() const;
     void command(const QByteArray& native);
     qint64 readSchemaVersion();
 
@@ -51,6 +54,7 @@ private:
     qint64 schemaVersion_ = -1;
     SqliteTarget target_;
     quint64 rollbacks_ = 0;
+    int busyTimeout_ = 0;
 };
 
 } // namespace dao

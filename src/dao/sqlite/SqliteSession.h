@@ -17,6 +17,7 @@ public:
     SqliteSession(sqlite3* database, QString name);
 
     sqlite3* database() const { return database_.get(); }
+    const QString& name() const { return name_; } ///< under which it was opened
     bool isOpen() const { return database_ != nullptr; }
     void close() { database_.reset(); }
 

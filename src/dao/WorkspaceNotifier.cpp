@@ -1,0 +1,7 @@
+#include "dao/WorkspaceNotifier.h"
+
+namespace dao {
+
+WorkspaceNotifier::~WorkspaceNotifier() = default;
+
+} // namespace dao
