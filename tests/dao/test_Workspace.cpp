@@ -187,8 +187,7 @@ TEST(Workspace, DoomedUntilRollback) {
     const Ref<Recordset> table = o.open(u"T"_s, dbOpenTable);
     table->AddNew();
     table->setValue(u"Nr", 5);
-    table->setValue(u"Name", QString(100000, u'x'));
-    EXPECT_EQ(errorOf([&] { table->Update(); }), 3026);
+    EXPECT_EQ(o.errorOfExecute(u"INSERT INTO T (Nr, Name) VALUES (100, String(100000, 'x'))"_s), 3026);
     EXPECT_TRUE(o.workspace->isDoomed());
     EXPECT_EQ(errorOf([&] { table->Update(); }), 3246);
     EXPECT_EQ(errorOf([&] { table->AddNew(); }), 3246);
