@@ -2,6 +2,7 @@
 
 #include "base/DateTime.h"
 #include "dao/Errors.h"
+#include "jet/Packed.h"
 
 #include <cmath>
 #include <limits>
@@ -47,6 +48,7 @@ Variant decodeText(const QByteArray& utf8, ColumnType type) {
     const QString text = QString::fromUtf8(utf8);
     if (type == ColumnType::Date)
         if (const auto days = mkl::dateFromIso(text)) return Variant::date(*days);
+    if (type == ColumnType::Unknown && jet::isPacked(utf8)) return jet::unpacked(text);
     return text;
 }
 

@@ -125,6 +125,7 @@ BoundUpdate bindUpdate(UpdateStatement& update, const Schema& schema, UnknownNam
     const auto& outputs = bound.rows.outputs;
     for (size_t i = 0; i + 1 < outputs.size(); i += 2)
         addAssignment(bound, *outputs[i].expression, *outputs[i + 1].expression);
+    if (bound.rows.scope[bound.target].derived) raiseAt(notUpdatableQuery, update.rows.outputs.front().text);
     return bound;
 }
 
@@ -134,7 +135,7 @@ BoundDelete bindDelete(DeleteStatement& statement, const Schema& schema, Unknown
     const Scope& scope = bound.rows.scope;
     if (!statement.starTable.isEmpty()) bound.target = scope.find(statement.starTable, scope.all());
     const bool unclear = statement.starTable.isEmpty() && scope.sources().size() > 1;
-    if (unclear || bound.target < 0) raiseAt(deleteTable, statement.place);
+    if (unclear || bound.target < 0 || scope[bound.target].derived) raiseAt(deleteTable, statement.place);
     return bound;
 }
 

@@ -19,6 +19,11 @@ QByteArray outputName(qsizetype index) {
     return 'c' + QByteArray::number(index);
 }
 
+// An output of SelectWriter::writeNumbered.
+QByteArray outputValue(qsizetype index, ColumnType type) {
+    return type == ColumnType::Unknown ? "mkl_unpack(" + outputName(index) + ')' : outputName(index);
+}
+
 } // namespace
 
 Plan ActionWriter::finish(StatementKind kind, QByteArray native, const QString& table, const BoundSelect* rows) const {
@@ -69,7 +74,7 @@ QByteArray ActionWriter::lenientValues(const BoundInsert& insert) {
 // What is the same under DISTINCT is decided before the values take the types of the columns.
 QByteArray ActionWriter::rows(const BoundInsert& insert) {
     SelectWriter select(target_, *insert.select, parameters_);
-    const bool bare = !insert.select->distinct && !insert.missingKey;
+    const bool bare = !insert.select->distinct && insert.select->unions.empty() && !insert.missingKey;
     if (bare) return select.write(insert.columns);
     const Scope nothing;
     ExpressionWriter expressions(target_, nothing, parameters_);
@@ -77,10 +82,10 @@ QByteArray ActionWriter::rows(const BoundInsert& insert) {
     QByteArrayList values;
     for (const TargetColumn& target : insert.columns) {
         const ColumnType type = insert.select->outputs[static_cast<size_t>(values.size())].column.type;
-        values.append(stores.value(outputName(values.size()), type, target));
+        values.append(stores.value(outputValue(values.size(), type), type, target));
     }
     if (insert.missingKey) values.append(StoreWriter::keyOf("NULL"));
-    return "SELECT " + values.join(", ") + " FROM (" + select.writeNamed() + ") AS chosen";
+    return "SELECT " + values.join(", ") + " FROM (" + select.writeNumbered() + ") AS chosen";
 }
 
 QByteArray ActionWriter::lenientRows(const BoundInsert& insert) {
@@ -90,7 +95,7 @@ QByteArray ActionWriter::lenientRows(const BoundInsert& insert) {
     QByteArrayList values, conditions;
     for (const TargetColumn& target : insert.columns) {
         const ColumnType type = insert.select->outputs[static_cast<size_t>(values.size())].column.type;
-        const QByteArray name = outputName(values.size());
+        const QByteArray name = outputValue(values.size(), type);
         values.append(stores.value(name, type, target));
         conditions += stores.conditions(name, type, target);
     }
@@ -99,8 +104,8 @@ QByteArray ActionWriter::lenientRows(const BoundInsert& insert) {
         conditions.append(never);
     }
     if (conditions.isEmpty()) return {};
-    return "SELECT " + values.join(", ") + " FROM (" + SelectWriter(target_, *insert.select, parameters_).writeNamed() +
-           ") AS chosen" + where(conditions);
+    return "SELECT " + values.join(", ") + " FROM (" +
+           SelectWriter(target_, *insert.select, parameters_).writeNumbered() + ") AS chosen" + where(conditions);
 }
 
 Plan ActionWriter::write(const BoundInsert& insert) {
@@ -180,13 +185,18 @@ Plan ActionWriter::write(const BoundDelete& statement) {
 }
 
 Plan ActionWriter::write(const BoundMakeTable& statement) {
-    QByteArrayList names, columns;
+    QByteArrayList names, columns, values;
+    bool packed = false;
     for (const BoundOutput& output : statement.select.outputs) {
+        packed = packed || output.column.type == ColumnType::Unknown;
+        values.append(outputValue(values.size(), output.column.type));
         names.append(target_.name(output.column.name));
         columns.append((names.last() + ' ' + target_.declaredType(output.column.type)).trimmed());
     }
     const QByteArray table = target_.name(statement.table);
-    const QByteArray rows = SelectWriter(target_, statement.select, parameters_).write();
+    SelectWriter select(target_, statement.select, parameters_);
+    const QByteArray rows =
+        packed ? "SELECT " + values.join(", ") + " FROM (" + select.writeNumbered() + ") AS chosen" : select.write();
     Plan plan = finish(StatementKind::MakeTable, "CREATE TABLE " + table + " (" + columns.join(", ") + ')',
                        statement.table, &statement.select);
     plan.followUp = "INSERT INTO " + table + " (" + names.join(", ") + ") " + rows;

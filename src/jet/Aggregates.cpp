@@ -1,5 +1,6 @@
 #include "jet/Aggregates.h"
 
+#include "base/RunTimeError.h"
 #include "jet/Operators.h"
 
 #include <array>
@@ -11,6 +12,8 @@ namespace jet {
 namespace {
 
 using mkl::Variant;
+
+constexpr mkl::Long severalRows = 3354;
 
 // Whether the row with these keys comes before the other one; Null first.
 bool precedes(Arguments a, Arguments b) {
@@ -64,6 +67,21 @@ private:
     double count_ = 0, mean_ = 0, squares_ = 0;
 };
 
+/// The value of a subquery that may have one row at most.
+class OnlyRow final : public Accumulator {
+public:
+    void add(Arguments arguments) override {
+        if (any_) mkl::throwError(severalRows);
+        any_ = true;
+        value_ = arguments[0];
+    }
+    Variant result() const override { return value_; }
+
+private:
+    bool any_ = false;
+    Variant value_;
+};
+
 template<class Kind>
 std::unique_ptr<Accumulator> create() {
     return std::make_unique<Kind>();
@@ -89,6 +107,7 @@ constexpr std::array table = {
     Aggregate{u"Last", "mkl_last", same, create<EdgeRow<true>>, false, true},
     Aggregate{u"Max", "max", same, nullptr, false, false},
     Aggregate{u"Min", "min", same, nullptr, false, false},
+    Aggregate{u"", "mkl_only", same, create<OnlyRow>, false, false},
     Aggregate{u"StDev", "mkl_stdev", floating, create<Spread<true, true>>, true, false},
     Aggregate{u"StDevP", "mkl_stdevp", floating, create<Spread<false, true>>, true, false},
     Aggregate{u"Sum", "sum", amount, nullptr, true, false},

@@ -16,7 +16,7 @@ public:
 };
 
 struct Aggregate {
-    QStringView name;       ///< as the dialect spells it
+    QStringView name;       ///< as the dialect spells it; empty if it cannot
     const char* nativeName; ///< as the engines know it
     ColumnType (*resultType)(ColumnType argument);
     std::unique_ptr<Accumulator> (*create)(); ///< nullptr: the engine's own aggregate serves

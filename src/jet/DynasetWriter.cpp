@@ -1,7 +1,10 @@
 #include "jet/DynasetWriter.h"
 
 #include "jet/JoinDirection.h"
+#include "jet/RowKeys.h"
 #include "jet/StatementWriter.h"
+
+#include <algorithm>
 
 namespace jet {
 
@@ -9,41 +12,50 @@ DynasetPlan DynasetWriter::write() {
     for (const BoundOutput& output : select_.outputs)
         plan_.columns.append(output.column);
     plan_.fixedLiterals = fixedLiteralsOf(select_);
-    plan_.updatable = isUpdatable();
-    if (!plan_.updatable) return std::move(plan_);
-    addSources();
-    plan_.deleteSource = determiningSource(select_);
+    chooseSources();
+    plan_.deleteSource = deleteSource();
+    plan_.updatable = isOfRows() && plan_.deleteSource >= 0;
+    if (!plan_.updatable) {
+        plan_.deleteSource = -1;
+        return std::move(plan_);
+    }
+    const std::vector<bool> optional = optionalSources(select_);
+    for (const int source : sources_)
+        addSource(source, optional[static_cast<size_t>(source)]);
+    for (OutputColumn& column : plan_.columns)
+        column.source = static_cast<int>(sources_.indexOf(column.source));
     plan_.keys = keys();
     plan_.row = row();
     return std::move(plan_);
 }
 
-// Each row must come from one row of each table, and one table must determine the others.
-bool DynasetWriter::isUpdatable() const {
-    const bool ofRows = !select_.distinct && !select_.isAggregated && !select_.scope.sources().empty();
-    return ofRows && determiningSource(select_) >= 0;
+// Whether each row comes from one row of each table.
+bool DynasetWriter::isOfRows() const {
+    const auto& sources = select_.scope.sources();
+    const bool ofTables =
+        std::none_of(sources.begin(), sources.end(), [](const Scope::Source& source) { return source.derived; });
+    return ofTables && !select_.distinct && !select_.isAggregated && select_.unions.empty();
 }
 
-void DynasetWriter::addSources() {
-    const std::vector<bool> optional = optionalSources(select_);
-    for (int source = 0; source < static_cast<int>(optional.size()); ++source)
-        addSource(source, optional[static_cast<size_t>(source)]);
+void DynasetWriter::chooseSources() {
+    sources_ = QList<int>(select_.rowSources.begin(), select_.rowSources.end());
+    for (int source = 0; select_.rowSources.empty() && source < select_.scope.all().end; ++source)
+        sources_.append(source);
+}
+
+// Of one table each row stands once; of several one must determine the others.
+int DynasetWriter::deleteSource() const {
+    return sources_.size() == 1 ? 0 : static_cast<int>(sources_.indexOf(determiningSource(select_)));
 }
 
 void DynasetWriter::addSource(int source, bool optional) {
     const Scope::Source& entry = select_.scope[source];
-    const QByteArray table = target_.name(entry.name);
     DynasetSource added{entry.table->name, entry.name, {}, optional};
-    const auto addKey = [&](const QByteArray& native, ColumnType type) {
+    for (const RowKey& key : rowKeysOf(entry, target_)) {
         added.keyOrdinals.append(static_cast<int>(keyColumns_.size()));
-        keyColumns_.append(native);
-        plan_.keyTypes.append(type);
-    };
-    for (const int column : entry.table->primaryKey) {
-        const Column& key = entry.table->columns[column];
-        addKey(table + '.' + target_.name(key.name), key.type);
+        keyColumns_.append(key.native);
+        plan_.keyTypes.append(key.type);
     }
-    if (entry.table->primaryKey.isEmpty()) addKey(target_.rowIdentity(table), ColumnType::Int);
     plan_.sources.append(added);
 }
 
@@ -58,7 +70,7 @@ NativeStatement DynasetWriter::row() {
     ExpressionWriter expressions(target_, select_.scope, parameters);
     QByteArrayList outputs;
     for (const BoundOutput& output : select_.outputs)
-        outputs.append(expressions.value(*output.expression));
+        outputs.append(expressions.output(*output.expression, output.column.type));
     const QByteArray tables = rowTables(static_cast<int>(parameters.parameters().size()) + 1);
     return {"SELECT " + (outputs + keyColumns_).join(", ") + tables, parameters.parameters()};
 }

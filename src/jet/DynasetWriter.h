@@ -13,8 +13,9 @@ public:
     DynasetPlan write();
 
 private:
-    bool isUpdatable() const;
-    void addSources();
+    bool isOfRows() const;
+    void chooseSources();
+    int deleteSource() const;
     void addSource(int source, bool optional);
     NativeStatement keys();
     NativeStatement row();
@@ -22,6 +23,7 @@ private:
 
     const Target& target_;
     const BoundSelect& select_;
+    QList<int> sources_; ///< those whose keys a row has
     DynasetPlan plan_;
     QByteArrayList keyColumns_; ///< native
 };

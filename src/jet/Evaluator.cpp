@@ -191,6 +191,9 @@ private:
     EvaluatorPtr make(const IsNull& node) { return makeIsNull(part(node.value), node.negated); }
     EvaluatorPtr make(const Junction& node) { return makeJunction(node.isAnd, parts(node.operands)); }
 
+    // Binders let no subquery pass that stands among columns of a result.
+    [[noreturn]] EvaluatorPtr make(const Subquery&) { mkl::throwError(3075, {QStringLiteral("SELECT")}); }
+
     EvaluatorPtr make(const Binary& node) {
         EvaluatorPtr left = part(node.left), right = part(node.right);
         if (EvaluatorPtr fast = makeTextCondition(node, *left, *right)) return fast;

@@ -4,6 +4,7 @@
 #include "jet/LazyCalls.h"
 #include "jet/Operands.h"
 #include "jet/Raise.h"
+#include "jet/SelectBinder.h"
 #include "jet/TokenStream.h"
 #include "jet/Typing.h"
 
@@ -60,6 +61,7 @@ void ExpressionBinder::bind(Expression& expression, const Clause& clause) {
                               [](const Negation& negation) { return negationType(negation.operand->type); },
                               [&](Binary& binary) { return bindBinary(binary); },
                               [&](Call& call) { return bindCall(call, expression, clause); },
+                              [&](Subquery& subquery) { return bindSubquery(subquery, expression, clause); },
                               [](Between& between) {
                                   between.comparison = strictest(comparisonOf(*between.value, *between.low),
                                                                  comparisonOf(*between.value, *between.high));
@@ -91,6 +93,23 @@ ColumnType ExpressionBinder::bindName(Name& name, const Clause& clause) {
 ColumnType ExpressionBinder::bindBinary(Binary& binary) {
     if (isComparison(binary.op)) binary.comparison = comparisonOf(*binary.left, *binary.right);
     return binaryType(binary.op, binary.left->type, binary.right->type);
+}
+
+ColumnType ExpressionBinder::bindSubquery(Subquery& subquery, const Expression& expression, const Clause& clause) {
+    if (!subqueries_) raiseAt(syntaxError, expression.text, {excerpt(expression.text)});
+    subqueries_->bindSubquery(subquery, clause);
+    const BoundOutput& output = subquery.bound->outputs.front();
+    if (subquery.kind == Subquery::Kind::Scalar) return output.column.type;
+    if (!subquery.value) return ColumnType::Boolean;
+    if (subquery.bound->unions.empty()) {
+        subquery.comparison = comparisonOf(*subquery.value, *output.expression);
+    } else {
+        Expression unified;
+        unified.node = Not();
+        unified.type = output.column.type;
+        subquery.comparison = comparisonOf(*subquery.value, unified);
+    }
+    return ColumnType::Boolean;
 }
 
 ColumnType ExpressionBinder::bindCall(Call& call, const Expression& expression, const Clause& clause) {

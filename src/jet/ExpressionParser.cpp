@@ -132,7 +132,9 @@ ExpressionPtr ExpressionParser::parseMinus() {
 ExpressionPtr ExpressionParser::parseOperand() {
     const Token& token = tokens_.peek();
     if (token.isLiteral()) return parseLiteral(false, token);
+    if (tokens_.atSubquery()) return parseSubquery({}, token);
     if (token.is(u'(')) return parseParenthesis();
+    if (token.is(Keyword::Exists) && tokens_.atSubquery(1)) return parseExists();
     const Token& next = tokens_.peek(1);
     const bool isQualifier = token.kind == TokenKind::Word && (next.is(u'.') || next.is(u'!'));
     if (!isQualifier) {
@@ -219,6 +221,12 @@ ExpressionPtr ExpressionParser::parseInfix(ExpressionPtr left, const Token& firs
 
 ExpressionPtr ExpressionParser::parseBinary(ExpressionPtr left, const Token& first) {
     const BinaryOperator binary = *binaryOperator(tokens_.take());
+    const bool any = tokens_.at(Keyword::Any) || tokens_.at(Keyword::Some);
+    if (isComparison(binary.op) && (any || tokens_.at(Keyword::All)) && tokens_.atSubquery(1)) {
+        tokens_.take();
+        Subquery subquery{any ? Subquery::Kind::Any : Subquery::Kind::All, binary.op, std::move(left)};
+        return parseSubquery(std::move(subquery), first);
+    }
     ExpressionPtr right = parse(binary.power);
     return make(Binary{binary.op, std::move(left), std::move(right)}, first);
 }
@@ -242,10 +250,25 @@ ExpressionPtr ExpressionParser::parseIs(ExpressionPtr left, const Token& first) 
 
 ExpressionPtr ExpressionParser::parseIn(ExpressionPtr left, const Token& first) {
     tokens_.take();
+    if (tokens_.atSubquery()) return parseSubquery({Subquery::Kind::In, Op::Equal, std::move(left)}, first);
     tokens_.expect(u'(', syntaxError);
     ExpressionList items = parseList();
     tokens_.expect(u')', syntaxError);
     return make(In{std::move(left), std::move(items)}, first);
+}
+
+ExpressionPtr ExpressionParser::parseExists() {
+    const Token first = tokens_.take();
+    return parseSubquery({Subquery::Kind::Exists}, first);
+}
+
+ExpressionPtr ExpressionParser::parseSubquery(Subquery subquery, const Token& first) {
+    const TokenStream::Level level(tokens_);
+    if (!parseQuery_) tokens_.fail(syntaxError);
+    tokens_.take();
+    subquery.select = parseQuery_();
+    tokens_.expect(u')', syntaxError);
+    return make(std::move(subquery), first);
 }
 
 ExpressionPtr ExpressionParser::parseBetween(ExpressionPtr left, const Token& first) {

@@ -2,13 +2,20 @@
 #include "jet/Syntax.h"
 #include "jet/TokenStream.h"
 
+#include <functional>
+
 namespace jet {
 
 /// Reads one expression from the stream: operators by their power, from Imp (lowest) to ^ (highest).
 class ExpressionParser {
 public:
-    explicit ExpressionParser(TokenStream& tokens)
-        : tokens_(tokens) {}
+    /// Reads the SELECT that begins at the stream's place.
+    using QueryParser = std::function<std::shared_ptr<SelectStatement>()>;
+
+    /// Without a parser for queries a subquery is a syntax error.
+    explicit ExpressionParser(TokenStream& tokens, QueryParser parseQuery = {})
+        : tokens_(tokens)
+        , parseQuery_(std::move(parseQuery)) {}
 
     /// The longest expression that begins here. 3075 if there is none.
     ExpressionPtr parse() { return parse(0); }
@@ -32,11 +39,14 @@ private:
     ExpressionPtr parseBetween(ExpressionPtr left, const Token& first);
     ExpressionPtr parseJunction(ExpressionPtr left, const Token& first, int power);
     ExpressionPtr parseBinary(ExpressionPtr left, const Token& first);
+    ExpressionPtr parseExists();
+    ExpressionPtr parseSubquery(Subquery subquery, const Token& first);
     ExpressionPtr make(Expression::Node node, const Token& first) const;
 
     int infixPower() const;
 
     TokenStream& tokens_;
+    QueryParser parseQuery_;
 };
 
 } // namespace jet

@@ -2,7 +2,10 @@
 
 #include "jet/Aggregates.h"
 #include "jet/LazyCalls.h"
+#include "jet/NativeOperators.h"
 #include "jet/Raise.h"
+#include "jet/RowKeys.h"
+#include "jet/SubqueryWriter.h"
 #include "jet/Typing.h"
 
 namespace jet {
@@ -13,41 +16,6 @@ constexpr mkl::Long tooComplex = 3360;
 constexpr qsizetype maximalNativeSize = 1'000'000;
 
 const QByteArray nullText = QByteArrayLiteral("NULL");
-
-const char* functionOf(Op op) {
-    switch (op) {
-    case Op::Power: return "mkl_power";
-    case Op::Multiply: return "mkl_multiply";
-    case Op::Divide: return "mkl_divide";
-    case Op::IntegerDivide: return "mkl_int_divide";
-    case Op::Modulo: return "mkl_modulo";
-    case Op::Add: return "mkl_add";
-    case Op::Subtract: return "mkl_subtract";
-    case Op::Concatenate: return "mkl_concat";
-    case Op::Equal: return "mkl_equal";
-    case Op::NotEqual: return "mkl_not_equal";
-    case Op::Less: return "mkl_less";
-    case Op::LessOrEqual: return "mkl_less_equal";
-    case Op::Greater: return "mkl_greater";
-    case Op::GreaterOrEqual: return "mkl_greater_equal";
-    case Op::Like: return "mkl_like";
-    case Op::Xor: return "mkl_xor";
-    case Op::Equivalent: return "mkl_eqv";
-    case Op::Implies: return "mkl_imp";
-    }
-    return "";
-}
-
-const char* nativeComparison(Op op) {
-    switch (op) {
-    case Op::Equal: return " = ";
-    case Op::NotEqual: return " <> ";
-    case Op::Less: return " < ";
-    case Op::LessOrEqual: return " <= ";
-    case Op::Greater: return " > ";
-    default: return " >= ";
-    }
-}
 
 const char* conversionTo(ColumnType type) {
     switch (type) {
@@ -72,6 +40,7 @@ bool isNativeCondition(const Expression& expression) {
     if (const auto* between = expression.as<Between>())
         return between->comparison != Comparison::Function && isPlain(*between->value) && isPlain(*between->low) &&
                isPlain(*between->high);
+    if (const auto* subquery = expression.as<Subquery>()) return isNativeCondition(*subquery);
     return expression.as<Not>() || expression.as<Junction>() || expression.as<In>() || expression.as<IsNull>();
 }
 
@@ -132,6 +101,7 @@ QByteArray ExpressionWriter::writeValue(const Expression& expression) {
         return call(functionOf(node->op), {node->left.get(), node->right.get()});
     if (const auto* node = expression.as<Between>())
         return call("mkl_between", {node->value.get(), node->low.get(), node->high.get()});
+    if (const auto* node = expression.as<Subquery>()) return subqueryValue(*node, expression.type);
     return call(std::get<Call>(expression.node), expression.type);
 }
 
@@ -142,6 +112,7 @@ QByteArray ExpressionWriter::nativeCondition(const Expression& expression) {
     if (const auto* node = expression.as<Between>()) return between(*node);
     if (const auto* node = expression.as<IsNull>())
         return '(' + value(*node->value) + (node->negated ? " IS NOT NULL)" : " IS NULL)");
+    if (const auto* node = expression.as<Subquery>()) return subqueryCondition(*node);
     return in(std::get<In>(expression.node));
 }
 
@@ -153,8 +124,8 @@ QByteArray ExpressionWriter::conjunction(const std::vector<const Expression*>& t
 }
 
 QByteArray ExpressionWriter::comparable(const Expression& expression) {
-    const bool text = expression.type == ColumnType::Text || expression.type == ColumnType::Unknown;
-    return text && !expression.isNull() ? target_.collated(value(expression)) : value(expression);
+    return isCollated(expression.type) && !expression.isNull() ? target_.collated(value(expression))
+                                                               : value(expression);
 }
 
 QByteArray ExpressionWriter::key(const Expression& expression) {
@@ -168,7 +139,13 @@ QByteArray ExpressionWriter::stored(const Expression& expression, ColumnType typ
 }
 
 QByteArray ExpressionWriter::column(const Name& name) {
-    return target_.name(scope_[name.source].name) + '.' + target_.name(scope_.column(name).name);
+    const ExpressionWriter* writer = this;
+    for (int level = name.level; level > 0; --level)
+        writer = writer->outer_;
+    const Scope& scope = writer->scope_;
+    const QByteArray written = target_.name(scope[name.source].name) + '.' + target_.name(scope.column(name).name);
+    const bool tellsItsType = scope[name.source].derived && scope.column(name).type == ColumnType::Unknown;
+    return tellsItsType ? "mkl_unpack(" + written + ')' : written;
 }
 
 QByteArray ExpressionWriter::operand(const Expression& expression) {
@@ -197,26 +174,21 @@ QByteArray ExpressionWriter::aggregate(const Call& call) {
     const Aggregate& aggregate = *call.aggregate;
     const Expression& argument = *call.arguments.front();
     QByteArray written;
-    if (aggregate.ordered)
-        written = operand(argument) + rowKeys();
-    else if (aggregate.numeric)
+    if (aggregate.ordered) return aggregate.nativeName + ('(' + operand(argument) + rowKeys() + ')');
+    if (aggregate.numeric)
         written = stored(argument, isNumber(argument.type) ? argument.type : ColumnType::Double);
     else
         written = comparable(argument);
-    return aggregate.nativeName + ('(' + written + ')');
+    return aggregate.nativeName + ('(' + forcedInside(std::move(written), argument) + ')');
 }
 
 // What gives the rows of all tables of the FROM clause an order.
 QByteArray ExpressionWriter::rowKeys() {
     QByteArray keys;
-    for (const Scope::Source& source : scope_.sources()) {
-        const QByteArray table = target_.name(source.name);
-        for (const int column : source.table->primaryKey) {
-            const Column& key = source.table->columns[column];
-            keys += ", " + target_.operand(table + '.' + target_.name(key.name), key.type);
-        }
-        if (source.table->primaryKey.isEmpty()) keys += ", " + target_.rowIdentity(table);
-    }
+    for (const Scope::Source& source : scope_.sources())
+        if (!source.derived)
+            for (const RowKey& key : rowKeysOf(source, target_))
+                keys += ", " + target_.operand(key.native, key.type);
     return keys;
 }
 

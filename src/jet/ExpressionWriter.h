@@ -22,10 +22,13 @@ private:
 /// Writes bound expressions as native text. 3360 for a text that grows beyond all measure.
 class ExpressionWriter {
 public:
-    ExpressionWriter(const Target& target, const Scope& scope, ParameterList& parameters)
+    /// outer writes the statement around a subquery.
+    ExpressionWriter(const Target& target, const Scope& scope, ParameterList& parameters,
+                     const ExpressionWriter* outer = nullptr)
         : target_(target)
         , scope_(scope)
-        , parameters_(parameters) {}
+        , parameters_(parameters)
+        , outer_(outer) {}
 
     /// A value, a yes/no one as -1 or 0.
     QByteArray value(const Expression& expression);
@@ -42,7 +45,18 @@ public:
     /// A value handed to a registered function.
     QByteArray operand(const Expression& expression);
 
+    /// A value that is an output column of that type. Where the type says nothing, the value tells it by itself.
+    QByteArray output(const Expression& expression, ColumnType type);
+    /// A derived table of the FROM clause, without its name.
+    QByteArray derivedTable(const BoundSelect& select) const;
+    bool isOfSubquery() const { return outer_ != nullptr; }
+
 private:
+    QByteArray subqueryValue(const Subquery& subquery, ColumnType type);
+    QByteArray subqueryCondition(const Subquery& subquery);
+    QByteArray quantified(const Subquery& subquery);
+    QByteArray nested(const Subquery& subquery) const;
+    QByteArray forcedInside(QByteArray argument, const Expression& expression) const;
     QByteArray writeValue(const Expression& expression);
     QByteArray nativeCondition(const Expression& expression);
     QByteArray column(const Name& name);
@@ -60,6 +74,7 @@ private:
     const Target& target_;
     const Scope& scope_;
     ParameterList& parameters_;
+    const ExpressionWriter* outer_;
 };
 
 } // namespace jet

@@ -16,8 +16,15 @@ bool isInnerOnly(const FromItem& item) {
 } // namespace
 
 QByteArray FromWriter::table(const Scope::Source& source) const {
+    if (source.derived) return expressions_.derivedTable(*source.derived) + " AS " + target_.name(source.name);
     const QByteArray name = target_.name(source.table->name);
     return source.hasAlias ? name + " AS " + target_.name(source.name) : name;
+}
+
+// Engines hide the row identity of a table behind the parentheses of a join.
+QByteArray FromWriter::joinedTable(const Scope::Source& source) const {
+    if (!inParentheses_ || source.derived || !source.table->primaryKey.isEmpty()) return table(source);
+    return target_.withRowIdentity(target_.name(source.table->name)) + " AS " + target_.name(source.name);
 }
 
 QByteArray FromWriter::write(const std::vector<FromPtr>& items) {
@@ -29,7 +36,7 @@ QByteArray FromWriter::write(const std::vector<FromPtr>& items) {
 
 QByteArray FromWriter::item(const FromItem& item) {
     if (const auto* node = std::get_if<Join>(&item.node)) return isInnerOnly(item) ? innerJoins(item) : join(*node);
-    return table(scope_[std::get<TableSource>(item.node).source]);
+    return joinedTable(scope_[std::get<TableSource>(item.node).source]);
 }
 
 // Inner joins are one row of tables, whatever their parentheses say; so the engine is free to choose where it
@@ -47,7 +54,7 @@ QByteArray FromWriter::innerJoins(const FromItem& item) {
 
 void FromWriter::collect(const FromItem& item, std::vector<JoinedTable>& tables) {
     if (const auto* source = std::get_if<TableSource>(&item.node)) {
-        tables.push_back({table(scope_[source->source]), {}});
+        tables.push_back({joinedTable(scope_[source->source]), {}});
         return;
     }
     const Join& join = std::get<Join>(item.node);
@@ -61,8 +68,11 @@ QByteArray FromWriter::join(const Join& join) {
     const bool swapped = join.kind == JoinKind::Right;
     const FromItem& first = swapped ? *join.right : *join.left;
     const FromItem& second = swapped ? *join.left : *join.right;
+    const QByteArray left = item(first);
+    const bool wasInParentheses = std::exchange(inParentheses_, inParentheses_ || isJoin(second));
     const QByteArray right = isJoin(second) ? '(' + item(second) + ')' : item(second);
-    return item(first) + (join.kind == JoinKind::Inner ? " INNER JOIN " : " LEFT JOIN ") + right + " ON " +
+    inParentheses_ = wasInParentheses;
+    return left + (join.kind == JoinKind::Inner ? " INNER JOIN " : " LEFT JOIN ") + right + " ON " +
            expressions_.condition(*join.on);
 }
 

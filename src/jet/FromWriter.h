@@ -21,6 +21,7 @@ private:
         std::vector<const Expression*> conditions;
     };
 
+    QByteArray joinedTable(const Scope::Source& source) const;
     QByteArray item(const FromItem& item);
     QByteArray join(const Join& join);
     QByteArray innerJoins(const FromItem& item);
@@ -29,6 +30,7 @@ private:
     const Target& target_;
     const Scope& scope_;
     ExpressionWriter& expressions_;
+    bool inParentheses_ = false; ///< of a join that is the second side of another one
 };
 
 } // namespace jet

@@ -16,6 +16,7 @@ constexpr mkl::Long notGrouped = 3122;
 bool ExpressionMatcher::same(const Expression& left, const Expression& right) {
     const Expression& a = withoutAlias(left);
     const Expression& b = withoutAlias(right);
+    if (a.as<Subquery>()) return &a == &b;
     if (a.node.index() != b.node.index() || !sameNode(a, b)) return false;
     const Operands ofA = operandsOf(a), ofB = operandsOf(b);
     return std::equal(ofA.begin(), ofA.end(), ofB.begin(), ofB.end(),
@@ -27,7 +28,7 @@ bool ExpressionMatcher::sameNode(const Expression& left, const Expression& right
                                  [&](const Constant& a) { return a.value == right.as<Constant>()->value; },
                                  [&](const Name& a) {
                                      const Name& b = *right.as<Name>();
-                                     return a.source == b.source && a.column == b.column;
+                                     return a.level == b.level && a.source == b.source && a.column == b.column;
                                  },
                                  [&](const Binary& a) { return a.op == right.as<Binary>()->op; },
                                  [&](const Junction& a) { return a.isAnd == right.as<Junction>()->isAnd; },
@@ -56,11 +57,22 @@ bool ExpressionMatcher::matchesAny(const Expression& expression, const std::vect
 bool ExpressionMatcher::isGrouped(const Expression& expression, const std::vector<const Expression*>& groups) {
     if (matchesAny(expression, groups)) return true;
     const Expression& target = withoutAlias(expression);
-    if (target.as<Name>()) return false;
+    if (const auto* name = target.as<Name>()) return name->level > 0;
+    if (const auto* subquery = target.as<Subquery>(); subquery && !capturesGroups(*subquery, groups)) return false;
     if (const auto* call = target.as<Call>(); call && call->aggregate) return true;
     const Operands operands = operandsOf(target);
     return std::all_of(operands.begin(), operands.end(),
                        [&](const Expression* operand) { return isGrouped(*operand, groups); });
+}
+
+// What a subquery uses of the statement around it must be the same for all rows of a group.
+bool ExpressionMatcher::capturesGroups(const Subquery& subquery, const std::vector<const Expression*>& groups) {
+    return std::all_of(subquery.captured.begin(), subquery.captured.end(), [&](const Name& captured) {
+        return std::any_of(groups.begin(), groups.end(), [&](const Expression* group) {
+            const auto* const name = withoutAlias(*group).as<Name>();
+            return name && name->level == 0 && name->source == captured.source && name->column == captured.column;
+        });
+    });
 }
 
 void ExpressionMatcher::requireGrouped(const Expression& expression, const std::vector<const Expression*>& groups) {

@@ -18,6 +18,7 @@ public:
 private:
     bool sameNode(const Expression& left, const Expression& right);
     bool sameLiteral(const Literal& left, const Literal& right);
+    static bool capturesGroups(const Subquery& subquery, const std::vector<const Expression*>& groups);
     bool isGrouped(const Expression& expression, const std::vector<const Expression*>& groups);
 
     std::vector<Literal> fixed_;

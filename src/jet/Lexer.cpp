@@ -85,6 +85,10 @@ Token Lexer::next() {
     default: break;
     }
     if (first == u'[') return bracketed();
+    if (first == u']' && inOldDerivedTable_) {
+        inOldDerivedTable_ = false;
+        return symbol(u')', 2);
+    }
     if (first == u'\'' || first == u'"') return quoted(first);
     if (first == u'#') return date();
     raiseAt(syntaxError, rest_.first(first.isHighSurrogate() && rest_.size() > 1 ? 2 : 1), {excerpt(rest_)});
@@ -110,7 +114,22 @@ Token Lexer::symbol(char16_t character, qsizetype length) {
     return token;
 }
 
+// "[SELECT …]. AS x", the older spelling of "(SELECT …) AS x".
+bool Lexer::atOldDerivedTable() const {
+    static constexpr QStringView verb = u"SELECT", as = u"AS";
+    if (inOldDerivedTable_ || !rest_.sliced(1).startsWith(verb, Qt::CaseInsensitive)) return false;
+    if (!at(1 + verb.size()).isSpace()) return false;
+    const qsizetype end = rest_.indexOf(u']');
+    if (end < 0 || at(end + 1) != u'.' || !at(end + 2).isSpace()) return false;
+    const QStringView behind = rest_.sliced(end + 2).trimmed();
+    return behind.startsWith(as, Qt::CaseInsensitive) && behind.size() > as.size() && behind[as.size()].isSpace();
+}
+
 Token Lexer::bracketed() {
+    if (atOldDerivedTable()) {
+        inOldDerivedTable_ = true;
+        return symbol(u'(', 1);
+    }
     qsizetype end = 1;
     while (end < rest_.size() && rest_[end] != u']') {
         const QChar c = rest_[end];

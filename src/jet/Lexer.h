@@ -20,6 +20,7 @@ public:
 private:
     Token symbol(char16_t character, qsizetype length);
     Token bracketed();
+    bool atOldDerivedTable() const;
     Token quoted(QChar quote);
     Token date();
     Token number();
@@ -33,6 +34,7 @@ private:
     TextInWork inWork_;
     QStringView rest_;
     int literals_ = 0;
+    bool inOldDerivedTable_ = false;
 };
 
 /// The name in a Word or Bracketed token, without brackets and the blanks at its ends.

@@ -4,6 +4,7 @@
 #include "jet/Collation.h"
 #include "jet/Like.h"
 #include "jet/Operands.h"
+#include "jet/Packed.h"
 #include "jet/Schema.h"
 
 namespace jet {
@@ -70,6 +71,7 @@ constexpr Operator table[] = {
     {"mkl_not", 1, unary<logicalNot>},
     {"mkl_not_equal", 2, binary<notEqual>},
     {"mkl_or", 2, binary<logicalOr>},
+    {"mkl_pack", 1, unary<packed>},
     {"mkl_power", 2, binary<power>},
     {"mkl_subtract", 2, binary<subtract>},
     {"mkl_to_boolean", 1, converted<ColumnType::Boolean>},
@@ -79,6 +81,7 @@ constexpr Operator table[] = {
     {"mkl_to_long", 1, converted<ColumnType::Int>},
     {"mkl_to_text", 1, converted<ColumnType::Text>},
     {"mkl_truth", 1, unary<truth>},
+    {"mkl_unpack", 1, unary<unpacked>},
     {"mkl_xor", 2, binary<logicalXor>},
 };
 

@@ -65,7 +65,7 @@ struct DynasetPlan {
     /// key of a source that is not optional tells that the row is gone.
     NativeStatement row;
     QList<ColumnType> keyTypes;
-    QList<DynasetSource> sources;
+    QList<DynasetSource> sources; ///< with DISTINCTROW only those that have output columns
     QList<OutputColumn> columns;
     QList<FixedLiteral> fixedLiterals;
     int deleteSource = -1; ///< the source that loses a row by Delete: whose rows the joins do not repeat

@@ -35,8 +35,19 @@ int Scope::add(TableSource& table, const Schema& schema) {
     const Table* found = schema.findTable(table.table);
     if (!found) raiseAt(noSuchTable, table.table, {table.table.toString()});
     const bool hasAlias = !table.alias.isEmpty();
-    Source source{found, hasAlias ? table.alias.toString() : found->name, hasAlias};
-    if (find(source.name, all()) >= 0) raiseAt(doubledTable, hasAlias ? table.alias : table.table, {source.name});
+    return append(table, {found, hasAlias ? table.alias.toString() : found->name, hasAlias});
+}
+
+// Without an alias a derived table gets a name that no statement can spell.
+int Scope::add(TableSource& table, std::shared_ptr<const BoundSelect> derived, Table columns) {
+    columns.name = table.alias.isEmpty() ? QStringLiteral("[%1]").arg(sources_.size()) : table.alias.toString();
+    const auto shared = std::make_shared<const Table>(std::move(columns));
+    return append(table, {shared.get(), shared->name, true, std::move(derived), shared});
+}
+
+int Scope::append(TableSource& table, Source source) {
+    if (find(source.name, all()) >= 0)
+        raiseAt(doubledTable, table.alias.isEmpty() ? table.table : table.alias, {source.name});
     sources_.push_back(std::move(source));
     table.source = static_cast<int>(sources_.size()) - 1;
     return table.source;
@@ -49,6 +60,25 @@ int Scope::find(QStringView name, Range range) const {
 }
 
 bool Scope::resolve(Name& name, Range range) const {
+    for (const Scope* scope = this; scope; range = scope->outerRange_, scope = scope->outer_) {
+        if (scope->resolveHere(name, range)) {
+            if (scope != this) scope->captured_.push_back({name.qualifier, name.name, name.source, name.column});
+            return true;
+        }
+        ++name.level;
+    }
+    name.level = 0;
+    return false;
+}
+
+ColumnType Scope::typeOf(const Name& name) const {
+    const Scope* scope = this;
+    for (int level = name.level; level > 0; --level)
+        scope = scope->outer_;
+    return scope->column(name).type;
+}
+
+bool Scope::resolveHere(Name& name, Range range) const {
     if (!name.qualifier.isEmpty()) {
         const int source = find(name.qualifier, range);
         if (source < 0) return false;

@@ -45,15 +45,34 @@ std::vector<const Expression*> termsOf(const Expression& condition) {
 } // namespace
 
 SelectBinder::SelectBinder(SelectStatement& select, const Schema& schema, UnknownNames& unknown)
+    : SelectBinder(select, schema, unknown, Surroundings()) {}
+
+SelectBinder::SelectBinder(SelectStatement& select, const Schema& schema, UnknownNames& unknown, const Scope& outer,
+                           Scope::Range outerRange)
+    : SelectBinder(select, schema, unknown, Surroundings{&outer, outerRange}) {}
+
+SelectBinder::SelectBinder(SelectStatement& select, const Schema& schema, UnknownNames& unknown, Surroundings outer)
     : select_(select)
     , schema_(schema)
-    , expressions_(bound_.scope, unknown) {}
+    , unknown_(unknown)
+    , outer_(outer)
+    , expressions_(bound_.scope, unknown, this) {
+    if (outer.scope) bound_.scope = Scope(*outer.scope, outer.range);
+}
 
 Clause SelectBinder::clause(mkl::Long aggregateError) const {
     return {aggregateError, bound_.scope.all(), {}};
 }
 
 BoundSelect SelectBinder::bind() {
+    bindOne();
+    if (!select_.unions.empty()) bindUnion();
+    addFixedLiterals(matcher_.fixedLiterals());
+    bound_.scope.detach();
+    return std::move(bound_);
+}
+
+void SelectBinder::bindOne() {
     bound_.distinct = select_.distinct;
     bound_.top = select_.top;
     bound_.from = &select_.from;
@@ -63,19 +82,23 @@ BoundSelect SelectBinder::bind() {
     bindWhere();
     bindGroupBy();
     bindHaving();
-    bindOrderBy();
+    if (select_.unions.empty()) bindOrderBy();
     checkTop();
     checkGrouping();
+    if (select_.distinctRow) bindDistinctRow();
     nameOutputs();
-    const auto& matched = matcher_.fixedLiterals();
-    bound_.fixedLiterals.insert(bound_.fixedLiterals.end(), matched.begin(), matched.end());
     if (bound_.top) bound_.fixedLiterals.push_back(bound_.top->count);
-    return std::move(bound_);
+}
+
+void SelectBinder::addFixedLiterals(const std::vector<Literal>& literals) {
+    bound_.fixedLiterals.insert(bound_.fixedLiterals.end(), literals.begin(), literals.end());
 }
 
 Scope::Range SelectBinder::bindFrom(FromItem& item) {
     if (auto* join = std::get_if<Join>(&item.node)) return bindJoin(*join);
-    const int source = bound_.scope.add(std::get<TableSource>(item.node), schema_);
+    auto& table = std::get<TableSource>(item.node);
+    if (table.derived) return bindDerived(table);
+    const int source = bound_.scope.add(table, schema_);
     return {source, source + 1};
 }
 
@@ -113,7 +136,7 @@ void SelectBinder::expandStar(const OutputItem& item) {
         const auto& columns = bound_.scope[source].table->columns;
         for (int column = 0; column < columns.size(); ++column) {
             auto name = std::make_unique<Expression>();
-            name->node = Name{{}, columns[column].name, source, column, nullptr};
+            name->node = Name{{}, columns[column].name, source, column};
             name->text = columns[column].name;
             name->type = columns[column].type;
             bound_.outputs.push_back({name.get(), {}, item.text});
@@ -150,7 +173,7 @@ void SelectBinder::nameOutputs() {
         OutputColumn& column = output.column;
         column.type = output.expression->type;
         const auto* const name = output.expression->as<Name>();
-        if (!name || name->source < 0) continue;
+        if (!name || name->source < 0 || name->level > 0) continue;
         column.source = name->source;
         const Scope::Source& source = bound_.scope[name->source];
         column.sourceTable = source.table->name;
@@ -193,9 +216,15 @@ void SelectBinder::bindOrderBy() {
     const auto shown = outputExpressions();
     for (OrderItem& item : select_.orderBy) {
         const Expression* expression = orderExpression(item, order);
-        if (bound_.distinct && !matcher_.matchesAny(*expression, shown))
-            raiseAt(orderNotShown, item.expression->text, {excerpt(item.expression->text)});
-        bound_.orderBy.push_back({expression, item.descending});
+        int output = -1;
+        if (bound_.distinct) {
+            const auto found = std::find_if(shown.begin(), shown.end(), [&](const Expression* candidate) {
+                return matcher_.same(*expression, *candidate);
+            });
+            if (found == shown.end()) raiseAt(orderNotShown, item.expression->text, {excerpt(item.expression->text)});
+            output = static_cast<int>(found - shown.begin());
+        }
+        bound_.orderBy.push_back({expression, item.descending, output});
     }
 }
 
@@ -216,10 +245,9 @@ const Expression* SelectBinder::outputAt(const Expression& item, const Literal& 
 
 void SelectBinder::checkTop() {
     if (!bound_.top) return;
-    const QString count = bound_.top->count.value.toText();
-    if (bound_.top->percent) raiseAt(badTop, bound_.top->text, {count + QStringLiteral(" PERCENT")});
-    const bool counted = bound_.top->count.value.toLong() > 0 && (!bound_.distinct || bound_.orderBy.empty());
-    if (!counted) raiseAt(badTop, bound_.top->text, {count});
+    const auto count = bound_.top->count.value.toLong();
+    const bool fits = count > 0 && (!bound_.top->percent || count <= 100);
+    if (!fits) raiseAt(badTop, bound_.top->text, {bound_.top->text.toString()});
 }
 
 void SelectBinder::checkGrouping() {

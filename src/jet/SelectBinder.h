@@ -14,6 +14,17 @@ struct BoundOutput {
 struct BoundOrder {
     const Expression* expression;
     bool descending;
+    int output; ///< with DISTINCT the output column that it is; else -1
+};
+
+struct BoundUnionPart {
+    bool all; ///< repeats stay
+    std::unique_ptr<BoundSelect> select;
+};
+
+struct UnionOrder {
+    int output;
+    bool descending;
 };
 
 /// A SELECT with its names bound and its star spelt out. Refers to the statement that it was made from.
@@ -26,20 +37,40 @@ struct BoundSelect {
     std::vector<const Expression*> having; ///< all must hold
     std::vector<BoundOrder> orderBy;
     bool distinct = false;
-    bool isAggregated = false; ///< a row stands for a group of rows
+    std::vector<int> rowSources; ///< DISTINCTROW: the sources whose rows tell the rows apart; empty if all do
+    bool isAggregated = false;   ///< a row stands for a group of rows
     std::optional<Top> top;
     std::vector<Literal> fixedLiterals; ///< the rest of the structure rests on their values
     ExpressionList starColumns;         ///< what the stars stand for
+    std::vector<BoundUnionPart> unions; ///< the outputs of this one have the names and types of the whole
+    std::vector<UnionOrder> unionOrder; ///< of a union, which has no orderBy
 };
 
-/// Binds one SELECT.
-class SelectBinder {
+/// Binds one SELECT, or several joined by UNION.
+class SelectBinder final : private SubqueryBinder {
 public:
     SelectBinder(SelectStatement& select, const Schema& schema, UnknownNames& unknown);
+    /// Of a subquery, which sees that part of the statement around it.
+    SelectBinder(SelectStatement& select, const Schema& schema, UnknownNames& unknown, const Scope& outer,
+                 Scope::Range outerRange);
 
     BoundSelect bind();
 
 private:
+    struct Surroundings {
+        const Scope* scope = nullptr;
+        Scope::Range range;
+    };
+    SelectBinder(SelectStatement& select, const Schema& schema, UnknownNames& unknown, Surroundings outer);
+
+    void bindSubquery(Subquery& subquery, const Clause& clause) override;
+    void bindOne();
+    void bindUnion();
+    void bindUnionOrder(const OrderItem& item);
+    int unionColumn(const Expression& expression);
+    void addFixedLiterals(const std::vector<Literal>& literals);
+    Scope::Range bindDerived(TableSource& table);
+    void bindDistinctRow();
     Scope::Range bindFrom(FromItem& item);
     Scope::Range bindJoin(Join& join);
     void bindOutputs();
@@ -62,6 +93,8 @@ private:
 
     SelectStatement& select_;
     const Schema& schema_;
+    UnknownNames& unknown_;
+    Surroundings outer_;
     BoundSelect bound_;
     ExpressionBinder expressions_;
     ExpressionMatcher matcher_;

@@ -20,6 +20,14 @@ constexpr mkl::Long unionSyntax = 3319;
 } // namespace
 
 SelectStatement SelectParser::parse() {
+    SelectStatement select = parseOne();
+    while (tokens_.at(Keyword::Union))
+        parseUnion(select);
+    if (!atQueryEnd()) tokens_.fail(select.unions.empty() ? selectSyntax : unionSyntax);
+    return select;
+}
+
+SelectStatement SelectParser::parseOne() {
     tokens_.take();
     SelectStatement select;
     parsePredicates(select);
@@ -29,14 +37,39 @@ SelectStatement SelectParser::parse() {
     parseGroupBy(select);
     if (tokens_.accept(Keyword::Having)) select.having = parseCondition(havingSyntax);
     if (acceptClause(Keyword::Order)) select.orderBy = parseOrderList();
-    if (tokens_.at(Keyword::Union)) tokens_.fail(unionSyntax);
-    if (!tokens_.atEnd() && !tokens_.at(u';')) tokens_.fail(selectSyntax);
     return select;
 }
 
 SelectStatement SelectParser::parseWithInto() {
     mayMakeTable_ = true;
     return parse();
+}
+
+// The order of the last SELECT is that of the whole; none before may have one.
+void SelectParser::parseUnion(SelectStatement& select) {
+    if (!select.orderBy.empty()) tokens_.fail(unionSyntax);
+    tokens_.take();
+    UnionPart part;
+    part.all = tokens_.accept(Keyword::All);
+    part.text = tokens_.peek().text;
+    if (!tokens_.at(Keyword::Select)) tokens_.fail(unionSyntax);
+    mayMakeTable_ = false;
+    part.select = parseOne();
+    select.orderBy = std::move(part.select.orderBy);
+    part.select.orderBy.clear();
+    select.unions.push_back(std::move(part));
+}
+
+std::shared_ptr<SelectStatement> SelectParser::parseNested() {
+    const TokenStream::Level level(tokens_);
+    ++nesting_;
+    auto select = std::make_shared<SelectStatement>(parse());
+    --nesting_;
+    return select;
+}
+
+bool SelectParser::atQueryEnd() const {
+    return tokens_.atEnd() || (nesting_ > 0 ? tokens_.at(u')') : tokens_.at(u';'));
 }
 
 bool SelectParser::beginsOperand(qsizetype ahead) const {
@@ -46,13 +79,23 @@ bool SelectParser::beginsOperand(qsizetype ahead) const {
 
 // The predicates are names too where nothing follows that they could stand before: "SELECT Top, All FROM t".
 void SelectParser::parsePredicates(SelectStatement& select) {
-    if (tokens_.accept(Keyword::Distinct))
-        select.distinct = true;
-    else if (tokens_.at(Keyword::All) && beginsOperand(1))
+    if (tokens_.at(Keyword::Distinct) && !tokens_.atName()) {
         tokens_.take();
-    else if (tokens_.at(Keyword::DistinctRow) && beginsOperand(1))
-        tokens_.fail(selectSyntax);
-    if (tokens_.at(Keyword::Top) && (tokens_.peek(1).isLiteral() || tokens_.atName(1))) parseTop(select);
+        select.distinct = true;
+    } else if (tokens_.at(Keyword::All) && beginsOperand(1)) {
+        tokens_.take();
+    } else if (tokens_.at(Keyword::DistinctRow) && beginsOperand(1)) {
+        tokens_.take();
+        select.distinctRow = true;
+    }
+    if (atTop()) parseTop(select);
+}
+
+// "Top - 1" is a difference unless an output follows it.
+bool SelectParser::atTop() const {
+    if (!tokens_.at(Keyword::Top)) return false;
+    if (tokens_.peek(1).is(u'-')) return tokens_.peek(2).isNumber() && beginsOperand(3) && !tokens_.peek(3).is(u'*');
+    return tokens_.peek(1).isLiteral() || tokens_.atName(1);
 }
 
 void SelectParser::parseTop(SelectStatement& select) {
@@ -70,7 +113,7 @@ void SelectParser::parseOutputs(SelectStatement& select) {
     do {
         select.outputs.push_back(parseOutput());
     } while (tokens_.accept(u','));
-    if (mayMakeTable_ && tokens_.accept(Keyword::Into))
+    if (mayMakeTable_ && nesting_ == 0 && tokens_.accept(Keyword::Into))
         select.into = tokens_.takeName(selectSyntax);
     else if (tokens_.at(Keyword::Into))
         tokens_.fail(selectSyntax);
@@ -92,7 +135,7 @@ OutputItem SelectParser::parseOutput() {
         item.text = tokens_.textSince(first);
         return item;
     }
-    if (atClauseEnd() || tokens_.at(u',') || tokens_.at(Keyword::Into)) tokens_.fail(selectSyntax);
+    if (atEmptyClause() || tokens_.at(u',') || tokens_.at(Keyword::Into)) tokens_.fail(selectSyntax);
     item.expression = expressions_.parse();
     item.text = item.expression->text;
     if (tokens_.accept(Keyword::As)) item.alias = tokens_.takeName(selectSyntax);
@@ -135,6 +178,7 @@ FromPtr SelectParser::parseJoin() {
 
 FromPtr SelectParser::parseSource() {
     const TokenStream::Level level(tokens_);
+    if (tokens_.atSubquery()) return std::make_unique<FromItem>(FromItem{parseDerived()});
     if (!tokens_.accept(u'(')) return std::make_unique<FromItem>(FromItem{parseTable(fromSyntax)});
     FromPtr inner = parseJoin();
     tokens_.expect(u')', fromSyntax);
@@ -144,15 +188,31 @@ FromPtr SelectParser::parseSource() {
 TableSource SelectParser::parseTable(mkl::Long errorNumber) {
     TableSource source;
     source.table = tokens_.takeName(errorNumber);
-    if (tokens_.accept(Keyword::As)) {
+    if (tokens_.accept(Keyword::As))
         source.alias = tokens_.takeName(errorNumber);
-    } else {
-        const Token& next = tokens_.peek();
-        const bool isAlias =
-            next.kind == TokenKind::Bracketed || (next.kind == TokenKind::Word && next.keyword == Keyword::None);
-        if (isAlias) source.alias = nameOf(tokens_.take());
-    }
+    else
+        source.alias = acceptTableAlias();
     return source;
+}
+
+TableSource SelectParser::parseDerived() {
+    tokens_.take();
+    TableSource source;
+    source.derived = parseNested();
+    tokens_.expect(u')', fromSyntax);
+    if (tokens_.accept(Keyword::As))
+        source.alias = tokens_.takeName(fromSyntax);
+    else
+        source.alias = acceptTableAlias();
+    return source;
+}
+
+// Without AS only what has no place in the grammar.
+QStringView SelectParser::acceptTableAlias() {
+    const Token& next = tokens_.peek();
+    const bool isAlias =
+        next.kind == TokenKind::Bracketed || (next.kind == TokenKind::Word && next.keyword == Keyword::None);
+    return isAlias ? nameOf(tokens_.take()) : QStringView();
 }
 
 ExpressionPtr SelectParser::parseWhere() {
@@ -161,7 +221,7 @@ ExpressionPtr SelectParser::parseWhere() {
 }
 
 ExpressionPtr SelectParser::parseCondition(mkl::Long errorNumber) {
-    if (atClauseEnd()) tokens_.fail(errorNumber);
+    if (atEmptyClause()) tokens_.fail(errorNumber);
     ExpressionPtr condition = expressions_.parse();
     if (!atClauseEnd()) tokens_.fail(expressionSyntax);
     return condition;
@@ -169,7 +229,7 @@ ExpressionPtr SelectParser::parseCondition(mkl::Long errorNumber) {
 
 void SelectParser::parseGroupBy(SelectStatement& select) {
     if (!acceptClause(Keyword::Group)) return;
-    if (atClauseEnd()) tokens_.fail(groupBySyntax);
+    if (atEmptyClause()) tokens_.fail(groupBySyntax);
     select.groupBy = expressions_.parseList();
     if (!atClauseEnd()) tokens_.fail(groupBySyntax);
 }
@@ -177,7 +237,7 @@ void SelectParser::parseGroupBy(SelectStatement& select) {
 std::vector<OrderItem> SelectParser::parseOrderList() {
     std::vector<OrderItem> items;
     do {
-        if (atClauseEnd()) tokens_.fail(orderBySyntax);
+        if (atEmptyClause()) tokens_.fail(orderBySyntax);
         OrderItem item;
         item.expression = expressions_.parse();
         item.descending = tokens_.accept(Keyword::Desc);
@@ -195,6 +255,12 @@ bool SelectParser::acceptClause(Keyword first) {
     return true;
 }
 
+// Nothing here that could be an operand.
+bool SelectParser::atEmptyClause() const {
+    const bool isClause = tokens_.at(Keyword::Group) || tokens_.at(Keyword::Order);
+    return atClauseEnd() && (isClause || !tokens_.atName());
+}
+
 bool SelectParser::atClauseEnd() const {
     const Token& token = tokens_.peek();
     switch (token.keyword) {
@@ -204,7 +270,7 @@ bool SelectParser::atClauseEnd() const {
     case Keyword::Union: return true;
     case Keyword::Group:
     case Keyword::Order: return tokens_.peek(1).is(Keyword::By);
-    default: return tokens_.atEnd() || token.is(u';');
+    default: return atQueryEnd();
     }
 }
 

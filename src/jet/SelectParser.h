@@ -8,8 +8,11 @@ class SelectParser {
 public:
     explicit SelectParser(TokenStream& tokens)
         : tokens_(tokens)
-        , expressions_(tokens) {}
+        , expressions_(tokens, [this] { return parseNested(); }) {}
+    SelectParser(const SelectParser&) = delete;
+    SelectParser& operator=(const SelectParser&) = delete;
 
+    /// One SELECT, or several joined by UNION.
     SelectStatement parse();
     /// The same, where INTO may name a table to make.
     SelectStatement parseWithInto();
@@ -22,6 +25,13 @@ public:
     std::vector<OrderItem> parseOrderList();
 
 private:
+    std::shared_ptr<SelectStatement> parseNested();
+    SelectStatement parseOne();
+    void parseUnion(SelectStatement& select);
+    bool atQueryEnd() const;
+    bool atTop() const;
+    TableSource parseDerived();
+    QStringView acceptTableAlias();
     void parsePredicates(SelectStatement& select);
     void parseTop(SelectStatement& select);
     void parseOutputs(SelectStatement& select);
@@ -35,11 +45,13 @@ private:
 
     bool acceptClause(Keyword first);
     bool atClauseEnd() const;
+    bool atEmptyClause() const;
     bool beginsOperand(qsizetype ahead) const;
 
     TokenStream& tokens_;
     ExpressionParser expressions_;
     bool mayMakeTable_ = false;
+    int nesting_ = 0; ///< queries in parentheses around this place
 };
 
 } // namespace jet

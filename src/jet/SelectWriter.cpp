@@ -1,14 +1,48 @@
 #include "jet/SelectWriter.h"
 
+#include "jet/RowKeys.h"
+#include "jet/SubqueryWriter.h"
+
+#include <algorithm>
+
 namespace jet {
 
-SelectWriter::SelectWriter(const Target& target, const BoundSelect& select, ParameterList& parameters)
+namespace {
+
+QByteArrayList named(const QByteArrayList& outputs, const QByteArrayList& names) {
+    if (names.isEmpty()) return outputs;
+    QByteArrayList result;
+    for (qsizetype i = 0; i < outputs.size(); ++i)
+        result.append(outputs[i] + " AS " + names[i]);
+    return result;
+}
+
+QByteArrayList numbered(size_t count) {
+    QByteArrayList names;
+    for (size_t i = 0; i < count; ++i)
+        names.append('c' + QByteArray::number(qulonglong(i)));
+    return names;
+}
+
+} // namespace
+
+SelectWriter::SelectWriter(const Target& target, const BoundSelect& select, ParameterList& parameters,
+                           const ExpressionWriter* outer)
     : target_(target)
     , select_(select)
-    , expressions_(target, select_.scope, parameters) {}
+    , parameters_(parameters)
+    , outer_(outer)
+    , expressions_(target, select_.scope, parameters, outer) {}
 
 QByteArray SelectWriter::write() {
-    return rows(outputs());
+    return query({});
+}
+
+QByteArray SelectWriter::writeNamed() {
+    QByteArrayList names;
+    for (const BoundOutput& output : select_.outputs)
+        names.append(target_.name(output.column.name));
+    return query(names);
 }
 
 QByteArray SelectWriter::write(const std::vector<TargetColumn>& targets) {
@@ -19,43 +53,81 @@ QByteArray SelectWriter::write(const std::vector<TargetColumn>& targets) {
     return rows(stored);
 }
 
-QByteArray SelectWriter::writeNamed() {
-    if (select_.top && !select_.orderBy.empty()) return write(); // named already
-    QByteArrayList named = outputs();
-    for (qsizetype i = 0; i < named.size(); ++i)
-        named[i] += " AS c" + QByteArray::number(i);
-    return rows(named);
+QByteArray SelectWriter::writeNumbered() {
+    return query(numbered(select_.outputs.size()));
 }
 
-QByteArrayList SelectWriter::outputs() {
-    QByteArrayList written;
-    for (const BoundOutput& output : select_.outputs)
-        written.append(select_.distinct ? expressions_.comparable(*output.expression)
-                                        : expressions_.value(*output.expression));
+QByteArray SelectWriter::query(const QByteArrayList& names) {
+    if (select_.unions.empty()) return rows(outputs(select_, select_.distinct), names);
+    if (select_.unionOrder.empty()) return compound(names);
+    const QByteArrayList inner = numbered(select_.outputs.size());
+    QByteArrayList terms;
+    for (const UnionOrder& order : select_.unionOrder) {
+        const QByteArray& column = inner[order.output];
+        const ColumnType type = select_.outputs[static_cast<size_t>(order.output)].column.type;
+        terms.append(target_.orderTerm(isCollated(type) ? target_.collated(column) : column, order.descending));
+    }
+    return "SELECT " + named(inner, names).join(", ") + " FROM (" + compound(inner) + ") AS united ORDER BY " +
+           terms.join(", ");
+}
+
+// From left to right; the first part gives the names, and the order of texts by which repeats are found.
+QByteArray SelectWriter::compound(const QByteArrayList& names) {
+    const bool collated =
+        !std::all_of(select_.unions.begin(), select_.unions.end(), [](const BoundUnionPart& part) { return part.all; });
+    QByteArray written = part(select_, collated, names.isEmpty() ? numbered(select_.outputs.size()) : names);
+    for (const BoundUnionPart& other : select_.unions) {
+        SelectWriter writer(target_, *other.select, parameters_, outer_);
+        written += (other.all ? " UNION ALL " : " UNION ") + writer.part(select_, collated, {});
+    }
     return written;
 }
 
-QByteArray SelectWriter::rows(const QByteArrayList& outputs) {
-    if (select_.orderBy.empty()) {
-        const QByteArray limit = select_.top ? " LIMIT " + QByteArray::number(select_.top->count.value.toLong()) : "";
-        return body(outputs) + limit;
+QByteArray SelectWriter::part(const BoundSelect& whole, bool collated, const QByteArrayList& names) {
+    const QByteArray written = rows(outputs(whole, collated || select_.distinct), names);
+    return select_.top ? "SELECT * FROM (" + written + ") AS part" : written;
+}
+
+QByteArrayList SelectWriter::outputs(const BoundSelect& whole, bool collated) {
+    QByteArrayList written;
+    for (const BoundOutput& output : select_.outputs) {
+        const ColumnType type = whole.outputs[static_cast<size_t>(written.size())].column.type;
+        const QByteArray native = expressions_.output(*output.expression, type);
+        const bool byOrder = collated && isCollated(type) && !output.expression->isNull();
+        written.append(byOrder ? target_.collated(native) : native);
     }
-    return select_.top ? ranked(outputs) : body(outputs) + " ORDER BY " + orderTerms();
+    return written;
+}
+
+QByteArray SelectWriter::rows(const QByteArrayList& outputs, const QByteArrayList& names) {
+    if (select_.top && (select_.top->percent || !select_.orderBy.empty())) return ranked(outputs, names);
+    QByteArray native = body(named(outputs, names));
+    if (select_.top) return native + " LIMIT " + QByteArray::number(select_.top->count.value.toLong());
+    return select_.orderBy.empty() ? native : native + " ORDER BY " + orderTerms();
 }
 
 QByteArray SelectWriter::body(const QByteArrayList& outputs) {
-    QByteArray native = (select_.distinct ? "SELECT DISTINCT " : "SELECT ") + outputs.join(", ");
-    if (!select_.from->empty())
-        native += " FROM " + FromWriter(target_, select_.scope, expressions_).write(*select_.from);
+    QByteArray native = (select_.distinct ? "SELECT DISTINCT " : "SELECT ") + outputs.join(", ") + from();
     if (!select_.where.empty()) native += " WHERE " + expressions_.conjunction(select_.where);
-    if (!select_.groupBy.empty()) {
-        QByteArrayList groups;
-        for (const Expression* group : select_.groupBy)
-            groups.append(expressions_.key(*group));
-        native += " GROUP BY " + groups.join(", ");
-    }
+    native += groups();
     if (!select_.having.empty()) native += " HAVING " + expressions_.conjunction(select_.having);
     return native;
+}
+
+QByteArray SelectWriter::from() {
+    if (!select_.from->empty()) return " FROM " + FromWriter(target_, select_.scope, expressions_).write(*select_.from);
+    if (!select_.isAggregated || !expressions_.isOfSubquery()) return {};
+    return " FROM (SELECT 1 AS " + target_.name(singleRowColumn) + ") AS " + target_.name(singleRowTable);
+}
+
+QByteArray SelectWriter::groups() {
+    QByteArrayList groups;
+    for (const Expression* group : select_.groupBy)
+        groups.append(expressions_.key(*group));
+    for (const int source : select_.rowSources)
+        for (const RowKey& key : rowKeysOf(select_.scope[source], target_))
+            groups.append(key.native);
+    return groups.isEmpty() ? QByteArray() : " GROUP BY " + groups.join(", ");
 }
 
 QByteArray SelectWriter::orderTerms() {
@@ -65,16 +137,33 @@ QByteArray SelectWriter::orderTerms() {
     return terms.join(", ");
 }
 
-// TOP n takes in all rows that tie with the n-th one.
-QByteArray SelectWriter::ranked(const QByteArrayList& outputs) {
-    QByteArrayList inner, outer;
-    for (const QByteArray& output : outputs) {
-        outer.append('c' + QByteArray::number(outer.size()));
-        inner.append(output + " AS " + outer.last());
+// The same where the outputs are columns c0, c1, … of a derived table.
+QByteArray SelectWriter::placeTerms() {
+    QByteArrayList terms;
+    for (const BoundOrder& order : select_.orderBy) {
+        const QByteArray column = 'c' + QByteArray::number(order.output);
+        const bool collated = isCollated(order.expression->type);
+        terms.append(target_.orderTerm(collated ? target_.collated(column) : column, order.descending));
     }
-    inner.append("rank() OVER (ORDER BY " + orderTerms() + ") AS place");
-    return "SELECT " + outer.join(", ") + " FROM (" + body(inner) +
-           ") AS ranked WHERE place <= " + QByteArray::number(select_.top->count.value.toLong()) + " ORDER BY place";
+    return terms.join(", ");
+}
+
+// TOP n takes in all rows that tie with the n-th one; n PERCENT is rounded up to whole rows.
+QByteArray SelectWriter::ranked(const QByteArrayList& outputs, const QByteArrayList& names) {
+    const QByteArrayList columns = numbered(static_cast<size_t>(outputs.size()));
+    const QByteArrayList inner = named(outputs, columns);
+    const bool inTwoSteps = select_.distinct; // repeats go before rows are counted
+    const QByteArray order = inTwoSteps ? placeTerms() : orderTerms();
+    QByteArrayList ranks{order.isEmpty() ? QByteArray("row_number() OVER () AS place")
+                                         : "rank() OVER (ORDER BY " + order + ") AS place"};
+    if (select_.top->percent) ranks.append("count(*) OVER () AS total");
+    const QByteArray chosen = inTwoSteps
+                                  ? "SELECT " + (columns + ranks).join(", ") + " FROM (" + body(inner) + ") AS apart"
+                                  : body(inner + ranks);
+    const QByteArray count = QByteArray::number(select_.top->count.value.toLong());
+    const QByteArray within = select_.top->percent ? "(place - 1) * 100 < total * " + count : "place <= " + count;
+    return "SELECT " + named(columns, names).join(", ") + " FROM (" + chosen + ") AS ranked WHERE " + within +
+           " ORDER BY place";
 }
 
 } // namespace jet

@@ -27,6 +27,9 @@ Operands operandsOf(const Expression& expression) {
                               addAll(in.items);
                           },
                           [&](const IsNull& isNull) { add(isNull.value); },
+                          [&](const Subquery& subquery) {
+                              if (subquery.value) add(subquery.value);
+                          },
                           [&](const Call& call) { addAll(call.arguments); }},
                expression.node);
     return operands;

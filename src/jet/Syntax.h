@@ -14,8 +14,10 @@
 namespace jet {
 
 struct Aggregate;
+struct BoundSelect;
 struct Expression;
 struct Function;
+struct SelectStatement;
 using ExpressionPtr = std::unique_ptr<Expression>;
 using ExpressionList = std::vector<ExpressionPtr>;
 
@@ -35,9 +37,10 @@ struct Constant {
 struct Name {
     QStringView qualifier; ///< empty if there is none
     QStringView name;
-    int source = -1;                   ///< bound: table of the FROM clause
+    int source = -1;                   ///< bound: table of that statement's FROM clause
     int column = -1;                   ///< bound: column of that table
     const Expression* alias = nullptr; ///< bound: what the alias stands for
+    int level = 0;                     ///< bound: 0 for the statement that it stands in, 1 for the one around that, …
 };
 
 struct Negation {
@@ -104,6 +107,20 @@ struct IsNull {
     bool negated = false;
 };
 
+/// A SELECT in parentheses where a value or a condition stands.
+struct Subquery {
+    /// The value of its one row; EXISTS; value IN; comparison with ANY (SOME) or ALL of its rows.
+    enum class Kind : quint8 { Scalar, Exists, In, Any, All };
+
+    Kind kind = Kind::Scalar;
+    Op op = Op::Equal;     ///< the comparison
+    ExpressionPtr value{}; ///< its left side; empty for Scalar and Exists
+    std::shared_ptr<SelectStatement> select{};
+    Comparison comparison = Comparison::Function; ///< bound
+    std::shared_ptr<const BoundSelect> bound{};   ///< bound
+    std::vector<Name> captured{};                 ///< bound: what it uses of the statement that it stands in
+};
+
 struct Call {
     QStringView name;
     ExpressionList arguments;
@@ -113,7 +130,8 @@ struct Call {
 };
 
 struct Expression {
-    using Node = std::variant<Literal, Constant, Name, Negation, Not, Binary, Junction, Between, In, IsNull, Call>;
+    using Node =
+        std::variant<Literal, Constant, Name, Negation, Not, Binary, Junction, Between, In, IsNull, Subquery, Call>;
 
     Node node;
     QStringView text; ///< for messages
@@ -138,9 +156,10 @@ using Operands = QVarLengthArray<Expression*, 4>;
 Operands operandsOf(const Expression& expression);
 
 struct TableSource {
-    QStringView table;
-    QStringView alias; ///< empty if there is none
-    int source = -1;   ///< bound: its place among the tables of the FROM clause
+    QStringView table;                        ///< empty for a derived table
+    std::shared_ptr<SelectStatement> derived; ///< "(SELECT …) AS x"
+    QStringView alias;                        ///< empty if there is none
+    int source = -1;                          ///< bound: its place among the tables of the FROM clause
 };
 
 struct FromItem;
@@ -177,8 +196,12 @@ struct Top {
     QStringView text; ///< of the count
 };
 
+struct UnionPart;
+
+/// One SELECT, or the first of several joined by UNION; then its ORDER BY is that of the whole.
 struct SelectStatement {
     bool distinct = false;
+    bool distinctRow = false;
     std::optional<Top> top;
     std::vector<OutputItem> outputs;
     std::vector<FromPtr> from;
@@ -187,6 +210,13 @@ struct SelectStatement {
     ExpressionPtr having;
     std::vector<OrderItem> orderBy;
     QStringView into; ///< the table to make; empty if none
+    std::vector<UnionPart> unions;
+};
+
+struct UnionPart {
+    bool all = false; ///< repeats stay
+    SelectStatement select;
+    QStringView text; ///< its first word, for messages
 };
 
 struct InsertStatement {

@@ -34,6 +34,8 @@ public:
     virtual QByteArray declaredType(ColumnType type) const = 0;
     /// What tells apart the rows of a table that declares no primary key. table is a quoted name.
     virtual QByteArray rowIdentity(const QByteArray& table) const = 0;
+    /// The table as a derived one, without its alias, that has its row identity under the same name.
+    virtual QByteArray withRowIdentity(const QByteArray& table) const = 0;
 };
 
 } // namespace jet

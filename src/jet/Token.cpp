@@ -16,6 +16,7 @@ struct Entry {
 constexpr std::array entries = {
     Entry{u"ALL", Keyword::All},
     Entry{u"AND", Keyword::And},
+    Entry{u"ANY", Keyword::Any},
     Entry{u"AS", Keyword::As},
     Entry{u"ASC", Keyword::Asc},
     Entry{u"BETWEEN", Keyword::Between},
@@ -25,6 +26,7 @@ constexpr std::array entries = {
     Entry{u"DISTINCT", Keyword::Distinct},
     Entry{u"DISTINCTROW", Keyword::DistinctRow},
     Entry{u"EQV", Keyword::Eqv},
+    Entry{u"EXISTS", Keyword::Exists},
     Entry{u"FALSE", Keyword::False},
     Entry{u"FROM", Keyword::From},
     Entry{u"GROUP", Keyword::Group},
@@ -52,6 +54,7 @@ constexpr std::array entries = {
     Entry{u"RIGHT", Keyword::Right},
     Entry{u"SELECT", Keyword::Select},
     Entry{u"SET", Keyword::Set},
+    Entry{u"SOME", Keyword::Some},
     Entry{u"TOP", Keyword::Top},
     Entry{u"TRUE", Keyword::True},
     Entry{u"UNION", Keyword::Union},
@@ -86,30 +89,38 @@ Keyword keywordOf(QStringView word) {
     return found != entries.end() && !less(word, found->word) ? found->keyword : Keyword::None;
 }
 
-bool isStrict(Keyword keyword) {
+bool isConstant(Keyword keyword) {
+    return keyword == Keyword::True || keyword == Keyword::False || keyword == Keyword::Null;
+}
+
+bool isOperator(Keyword keyword) {
     switch (keyword) {
     case Keyword::And:
-    case Keyword::As:
     case Keyword::Between:
-    case Keyword::Distinct:
     case Keyword::Eqv:
-    case Keyword::False:
-    case Keyword::From:
-    case Keyword::Having:
     case Keyword::Imp:
     case Keyword::In:
-    case Keyword::Into:
     case Keyword::Is:
     case Keyword::Like:
     case Keyword::Mod:
     case Keyword::Not:
-    case Keyword::Null:
     case Keyword::Or:
-    case Keyword::Select:
-    case Keyword::True:
-    case Keyword::Union:
-    case Keyword::Where:
     case Keyword::Xor: return true;
+    default: return false;
+    }
+}
+
+bool isStrict(Keyword keyword) {
+    if (isConstant(keyword) || isOperator(keyword)) return true;
+    switch (keyword) {
+    case Keyword::As:
+    case Keyword::Distinct:
+    case Keyword::From:
+    case Keyword::Having:
+    case Keyword::Into:
+    case Keyword::Select:
+    case Keyword::Union:
+    case Keyword::Where: return true;
     default: return false;
     }
 }

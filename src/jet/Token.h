@@ -13,6 +13,7 @@ enum class Keyword : quint8 {
     None,
     All,
     And,
+    Any,
     As,
     Asc,
     Between,
@@ -22,6 +23,7 @@ enum class Keyword : quint8 {
     Distinct,
     DistinctRow,
     Eqv,
+    Exists,
     False,
     From,
     Group,
@@ -49,6 +51,7 @@ enum class Keyword : quint8 {
     Right,
     Select,
     Set,
+    Some,
     Top,
     True,
     Union,
@@ -79,7 +82,11 @@ struct Token {
 
 /// The keyword that the word is, without regard to case, or None.
 Keyword keywordOf(QStringView word);
-/// Whether the word can never be a name without brackets.
+/// True, False, Null: what they stand for goes before a name.
+bool isConstant(Keyword keyword);
+/// Whether the word joins operands, or stands before one.
+bool isOperator(Keyword keyword);
+/// Whether the word is a name without brackets only where what follows leaves no other reading.
 bool isStrict(Keyword keyword);
 
 } // namespace jet

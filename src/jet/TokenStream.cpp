@@ -47,7 +47,28 @@ void TokenStream::expect(char16_t symbol, mkl::Long errorNumber) {
 
 bool TokenStream::atName(qsizetype ahead) const {
     const Token& token = peek(ahead);
-    return token.kind == TokenKind::Bracketed || (token.kind == TokenKind::Word && !isStrict(token.keyword));
+    if (token.kind != TokenKind::Word) return token.kind == TokenKind::Bracketed;
+    return !isStrict(token.keyword) || (!isConstant(token.keyword) && followsName(ahead + 1, token.keyword));
+}
+
+// What begins an operand may follow the word in its own meaning, so it tells nothing.
+bool TokenStream::followsName(qsizetype ahead, Keyword name) const {
+    const Token& next = peek(ahead);
+    switch (next.kind) {
+    case TokenKind::End: return !isOperator(name) && name != Keyword::Select && name != Keyword::Distinct;
+    case TokenKind::Symbol:
+        return next.symbol == u',' || next.symbol == u')' || next.symbol == u'.' || next.symbol == u'!' ||
+               next.symbol == u'=' || next.symbol == u'<' || next.symbol == u'>' || next.symbol == lessOrEqualSign ||
+               next.symbol == greaterOrEqualSign || next.symbol == notEqualSign;
+    case TokenKind::Word:
+        if (name == Keyword::Distinct) return false;
+        return next.is(Keyword::From) || next.is(Keyword::As) || next.is(Keyword::Asc) || next.is(Keyword::Desc);
+    default: return false;
+    }
+}
+
+bool TokenStream::atSubquery(qsizetype ahead) const {
+    return peek(ahead).is(u'(') && peek(ahead + 1).is(Keyword::Select) && !atName(ahead + 1);
 }
 
 QStringView TokenStream::takeName(mkl::Long errorNumber) {

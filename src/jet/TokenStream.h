@@ -28,8 +28,11 @@ public:
     void expect(Keyword keyword, mkl::Long errorNumber);
     void expect(char16_t symbol, mkl::Long errorNumber);
 
-    /// Whether the token can stand where the grammar wants a name.
+    /// Whether the token can stand where the grammar wants a name. A strict word can if what follows it could only
+    /// follow a name.
     bool atName(qsizetype ahead = 0) const;
+    /// Whether a SELECT in parentheses begins there.
+    bool atSubquery(qsizetype ahead = 0) const;
     /// The name there, without brackets.
     QStringView takeName(mkl::Long errorNumber);
 
@@ -52,6 +55,8 @@ public:
     };
 
 private:
+    bool followsName(qsizetype ahead, Keyword name) const;
+
     TextInWork inWork_;
     QStringView text_;
     std::vector<Token> tokens_; // the last one is End

@@ -83,6 +83,14 @@ ColumnType binaryType(Op op, ColumnType left, ColumnType right) {
     }
 }
 
+ColumnType unionType(ColumnType left, ColumnType right) {
+    if (left == right) return left;
+    const Family a = familyOf(left), b = familyOf(right);
+    const bool open = a == Family::Unknown || b == Family::Unknown || a == Family::Binary || b == Family::Binary;
+    if (open) return ColumnType::Unknown;
+    return a == Family::Number && b == Family::Number ? numberType(left, right) : ColumnType::Text;
+}
+
 const Expression& withoutAlias(const Expression& expression) {
     const Expression* current = &expression;
     while (current->as<Name>() && current->as<Name>()->alias)

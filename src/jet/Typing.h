@@ -10,6 +10,9 @@ ColumnType typeOf(const mkl::Variant& value);
 ColumnType negationType(ColumnType operand);
 ColumnType binaryType(Op op, ColumnType left, ColumnType right);
 
+/// The type of a UNION's column: numbers meet in the wider one, types of different kinds in Text.
+ColumnType unionType(ColumnType left, ColumnType right);
+
 /// The rule for comparing two bound expressions. 3464 where columns or literals of clashing types meet.
 Comparison comparisonOf(const Expression& left, const Expression& right);
 

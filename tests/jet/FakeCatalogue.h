@@ -76,6 +76,7 @@ public:
         return value + (descending ? " down" : " up");
     }
     QByteArray declaredType(ColumnType type) const override { return "TYPE" + QByteArray::number(int(type)); }
+    QByteArray withRowIdentity(const QByteArray& table) const override { return "(rows of " + table + ')'; }
     QByteArray rowIdentity(const QByteArray& table) const override { return table + ".row"; }
 };
 

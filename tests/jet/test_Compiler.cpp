@@ -101,7 +101,8 @@ TEST(Compiler, Joins) {
     EXPECT_EQ(fromClause(u"(TYPEN a INNER JOIN TYPEN b ON a.lng=b.lng) LEFT JOIN TYPEN c ON a.lng=c.lng"),
               "TYPEN AS a INNER JOIN TYPEN AS b ON (a.lng = b.lng) LEFT JOIN TYPEN AS c ON (a.lng = c.lng)");
     EXPECT_EQ(fromClause(u"TYPEN a LEFT JOIN (TYPEN b INNER JOIN TYPEN c ON b.lng=c.lng) ON a.lng=b.lng"),
-              "TYPEN AS a LEFT JOIN (TYPEN AS b INNER JOIN TYPEN AS c ON (b.lng = c.lng)) ON (a.lng = b.lng)");
+              "TYPEN AS a LEFT JOIN ((rows of TYPEN) AS b INNER JOIN (rows of TYPEN) AS c ON (b.lng = c.lng)) ON "
+              "(a.lng = b.lng)");
     EXPECT_EQ(fromClause(u"TYPEN a, TYPEN b"), "TYPEN AS a, TYPEN AS b");
 }
 

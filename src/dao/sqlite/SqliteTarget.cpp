@@ -56,4 +56,8 @@ QByteArray SqliteTarget::rowIdentity(const QByteArray& table) const {
     return table + "._rowid_";
 }
 
+QByteArray SqliteTarget::withRowIdentity(const QByteArray& table) const {
+    return "(SELECT " + rowIdentity(table) + " AS _rowid_, * FROM " + table + ')';
+}
+
 } // namespace dao

@@ -15,6 +15,7 @@ public:
     QByteArray orderTerm(const QByteArray& value, bool descending) const override;
     QByteArray declaredType(jet::ColumnType type) const override;
     QByteArray rowIdentity(const QByteArray& table) const override;
+    QByteArray withRowIdentity(const QByteArray& table) const override;
 };
 
 } // namespace dao
