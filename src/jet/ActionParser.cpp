@@ -86,8 +86,7 @@ std::vector<FromPtr> ActionParser::parseTables(mkl::Long errorNumber) {
 }
 
 void ActionParser::parseAssignment(SelectStatement& rows) {
-    const TokenKind kind = tokens_.peek().kind;
-    if (kind != TokenKind::Word && kind != TokenKind::Bracketed) tokens_.fail(updateSyntax);
+    if (!tokens_.atName()) tokens_.fail(updateSyntax);
     const auto add = [&](ExpressionPtr expression) {
         OutputItem item;
         item.text = expression->text;
