@@ -178,7 +178,7 @@ QByteArray CorpusFile::native() const {
     QByteArray statements;
     for (const CorpusTable& table : tables)
         statements += table.native();
-    return statements;
+    return "BEGIN;" + statements + "COMMIT;"; // one write to the disk and not one for each row
 }
 
 } // namespace dao

@@ -1,0 +1,68 @@
+// docs/dialect.md tells what the dialect knows: neither more nor less than the tables of the code.
+#include "base/Texts.h"
+#include "jet/Aggregates.h"
+#include "jet/Functions.h"
+#include "support/Printing.h"
+
+#include <QFile>
+#include <QRegularExpression>
+#include <QStringList>
+
+using namespace jet;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// The part of the page under that heading.
+QString section(const QString& heading) {
+    QFile file(QStringLiteral(MKL_SOURCE_DIR "/docs/dialect.md"));
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    const QString page = QString::fromUtf8(file.readAll());
+    const qsizetype begin = page.indexOf(u"\n## "_s + heading + u'\n');
+    EXPECT_GE(begin, 0) << heading.toStdString();
+    return page.mid(begin + 4, page.indexOf(u"\n## "_s, begin + 4) - begin - 4);
+}
+
+// What the expression captures in the first cells of the tables there.
+QStringList firstCells(const QString& heading, const QRegularExpression& captured) {
+    QStringList found;
+    const QStringList lines = section(heading).split(u'\n');
+    for (const QString& line : lines) {
+        if (!line.startsWith(u"| ")) continue;
+        const QString cell = line.section(u'|', 1, 1);
+        for (auto match = captured.globalMatch(cell); match.hasNext();)
+            found.append(match.next().captured(1));
+    }
+    return found;
+}
+
+const QRegularExpression call(u"`(\\w+)\\("_s);
+
+} // namespace
+
+TEST(Documentation, NamesEveryFunction) {
+    QStringList known;
+    for (const Function& function : functions())
+        known.append(function.name.toString());
+    EXPECT_EQ(firstCells(u"Functions"_s, call), known);
+}
+
+TEST(Documentation, NamesEveryAggregate) {
+    QStringList known, told = firstCells(u"Aggregates"_s, call);
+    for (const Aggregate& aggregate : aggregates())
+        known.append(aggregate.name.toString());
+    told.removeDuplicates();
+    told.sort();
+    known.sort();
+    EXPECT_EQ(told, known);
+}
+
+TEST(Documentation, TellsErrorsThatExist) {
+    const QStringList numbers = firstCells(u"Errors"_s, QRegularExpression(u"^ (\\d+) $"_s));
+    EXPECT_GT(numbers.size(), 50);
+    const QString unknown = mkl::text(mkl::TextId::UnknownRunTimeError, {u"@"_s});
+    for (const QString& number : numbers) {
+        QString none = unknown;
+        EXPECT_NE(mkl::runTimeText(number.toInt()), none.replace(u'@', number)) << number.toStdString();
+    }
+}
