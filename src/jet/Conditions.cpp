@@ -2,9 +2,9 @@
 
 #include "jet/Collation.h"
 #include "jet/Like.h"
+#include "jet/ListCondition.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace jet {
 
@@ -15,12 +15,6 @@ namespace {
 template<class T>
 int threeWay(T a, T b) {
     return a < b ? -1 : a > b;
-}
-
-// Dates before the zero of the calendar count their time forward too.
-double onTimeline(double date) {
-    const double day = std::trunc(date);
-    return day + std::fabs(date - day);
 }
 
 // As an engine compares what it stores; the registered functions compare dates by their numbers.
@@ -229,6 +223,8 @@ EvaluatorPtr makeLike(EvaluatorPtr value, EvaluatorPtr pattern) {
 }
 
 EvaluatorPtr makeIn(Comparison rule, EvaluatorPtr value, std::vector<EvaluatorPtr> items, bool itemsFirst) {
+    if (rule != Comparison::Function)
+        if (EvaluatorPtr list = makeListCondition(value, items)) return list;
     return std::make_unique<InCondition>(rule, std::move(value), std::move(items), itemsFirst);
 }
 

@@ -119,7 +119,7 @@ QString CriterionGenerator::comparison(int depth) {
     case 0: return operand() + u" Is "_s + negation + u"Null"_s;
     case 1: {
         QString items = operand();
-        for (int count = below(4); count > 0; --count)
+        for (int count = chance(20) ? below(15) : below(4); count > 0; --count)
             items += u", "_s + (chance(70) ? leaf(kind) : operand());
         return operand() + u' ' + negation + u"In ("_s + items + u')';
     }

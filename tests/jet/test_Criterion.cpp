@@ -159,6 +159,25 @@ TEST(Criterion, comparisonsFollowTheTypes) {
     EXPECT_TRUE(holds(u"Expr1000 * 2 = 5"_s));
 }
 
+TEST(Criterion, longListsAnswerLikeShortOnes) {
+    const auto list = [](const QString& value, const QString& items) {
+        return holds(value + u" In ("_s + items + u')');
+    };
+    const QString numbers = u"9, 8, 7, 6, 5, 4, 3, 2, 1"_s, texts = u"'i', 'h', 'g', 'f', 'e', 'd', 'c', 'b', 'a'"_s;
+    EXPECT_FALSE(list(u"Nr"_s, numbers));
+    EXPECT_TRUE(list(u"Nr"_s, numbers + u", 17.0"_s));
+    EXPECT_TRUE(list(u"Not Nr"_s, numbers));
+    EXPECT_FALSE(list(u"Not Nr"_s, numbers + u", Null"_s));
+    EXPECT_TRUE(list(u"Nr"_s, numbers + u", Null, 17"_s));
+    EXPECT_TRUE(list(u"Aktiv"_s, numbers + u", True"_s));
+    EXPECT_TRUE(list(u"Artikelname"_s, texts + u", 'STRASSENSCHRAUBE m8'"_s));
+    EXPECT_FALSE(list(u"Artikelname"_s, texts));
+    EXPECT_TRUE(list(u"Right(Nr, 1)"_s, numbers)); // a computed text against numbers
+    EXPECT_FALSE(list(u"ARTKAT.LetzteÄnderung"_s, u"#1/1/2000#, "_s.repeated(9) + u"#1/2/2000#"_s));
+    EXPECT_TRUE(list(u"ARTIKEL.LetzteÄnderung"_s, u"#1/1/2000#, "_s.repeated(9) + u"#1/1/2000 18:00#"_s));
+    EXPECT_EQ(errorOf(u"Nr In ("_s + numbers + u", 'x')"_s), 3464);
+}
+
 TEST(Criterion, datesBeforeTheZeroDayCompareByTime) {
     const QList<OutputColumn> dates = {{u"d"_s, ColumnType::Date, {}, {}}};
     jet::RowsInMemory rows({{Variant::date(-1.75)}}); // 1899-12-29 18:00
