@@ -30,7 +30,7 @@ void ForwardOnlyCursor::movePrevious() {
 
 mkl::Variant ForwardOnlyCursor::value(int ordinal) const {
     if (isEof()) mkl::throwError(err::NoCurrentRecord);
-    return decode(rows_->value(row_, ordinal), columns().at(ordinal).type);
+    return rows_->value(row_, ordinal);
 }
 
 std::unique_ptr<Cursor> ForwardOnlyCursor::derive(const QString& filter, const QString& sort, Long type) {

@@ -128,10 +128,15 @@ void RowStore::clear() {
     *this = RowStore();
 }
 
-StoredValue RowStore::value(qsizetype row, int column) const {
+const char* RowStore::find(qsizetype row, int column) const {
     const char* from = rows_[static_cast<size_t>(row)];
     for (int skipped = 0; skipped < column; ++skipped)
         from = afterValue(from);
+    return from;
+}
+
+StoredValue RowStore::value(qsizetype row, int column) const {
+    const char* from = find(row, column);
     const auto mark = static_cast<quint8>(*from++);
     switch (mark) {
     case Int8: return StoredValue::ofInteger(load<qint8>(from));
@@ -147,10 +152,34 @@ StoredValue RowStore::value(qsizetype row, int column) const {
     return mark == Text ? StoredValue::ofText(bytes) : StoredValue::ofBlob(bytes);
 }
 
+mkl::Variant RowStore::decoded(qsizetype row, int column, jet::ColumnType type) const {
+    using jet::ColumnType;
+    const auto whole = [&](qint32 number) -> mkl::Variant {
+        switch (type) {
+        case ColumnType::Double:
+        case ColumnType::Currency: return decode(StoredValue::ofInteger(number), type);
+        case ColumnType::Boolean: return number != 0;
+        default: return mkl::Long(number);
+        }
+    };
+    const char* from = find(row, column);
+    switch (static_cast<quint8>(*from++)) {
+    case Int8: return whole(load<qint8>(from));
+    case Int16: return whole(load<qint16>(from));
+    case Int32: return whole(load<qint32>(from));
+    case Text: {
+        if (type == ColumnType::Date) break;
+        const qsizetype length = readLength(from);
+        return QString::fromUtf8(from, length);
+    }
+    case Null: return {};
+    default: break;
+    }
+    return decode(value(row, column), type);
+}
+
 std::optional<QByteArrayView> RowStore::text(qsizetype row, int column) const {
-    const char* from = rows_[static_cast<size_t>(row)];
-    for (int skipped = 0; skipped < column; ++skipped)
-        from = afterValue(from);
+    const char* from = find(row, column);
     if (static_cast<quint8>(*from++) != Text) return std::nullopt;
     const qsizetype length = readLength(from);
     return QByteArrayView(from, length);

@@ -28,6 +28,8 @@ public:
     /// Its bytes refer to the store: they hold until clear() or the end of the store.
     StoredValue value(qsizetype row, int column) const;
 
+    /// What decode() makes of it, without the way around.
+    mkl::Variant decoded(qsizetype row, int column, jet::ColumnType type) const;
     /// The bytes of a text, nothing for another value; they hold as long.
     std::optional<QByteArrayView> text(qsizetype row, int column) const;
 
@@ -35,6 +37,7 @@ public:
     qsizetype bytesTaken() const;
 
 private:
+    const char* find(qsizetype row, int column) const;
     void appendBytes(quint8 mark, QByteArrayView bytes);
     void appendNumber(quint8 mark, const void* number, int size);
     char* room(qsizetype size);

@@ -49,7 +49,7 @@ SnapshotCursor::SnapshotCursor(const SnapshotCursor& original, Clone)
     , derivations_(original.derivations_) {}
 
 mkl::Variant SnapshotCursor::value(int ordinal) const {
-    return decode(rows_->value(currentRow(), ordinal), columns().at(ordinal).type);
+    return rows_->value(currentRow(), ordinal);
 }
 
 std::unique_ptr<Cursor> SnapshotCursor::clone() const {

@@ -53,11 +53,11 @@ qsizetype SnapshotRows::count() {
     return store_->size();
 }
 
-StoredValue SnapshotRows::value(qsizetype row, int column) {
+mkl::Variant SnapshotRows::value(qsizetype row, int column) {
     if (!isRead_ && row >= store_->size()) read();
     const qsizetype at = place(row);
     if (at >= store_->size()) mkl::throwError(err::RecordDeleted);
-    return store_->value(at, column);
+    return store_->decoded(at, column, columns_->at(column).type);
 }
 
 void SnapshotRows::read() {

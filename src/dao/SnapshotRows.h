@@ -31,7 +31,7 @@ public:
     /// How many there are. The engine may answer it before the rows are read.
     qsizetype count();
     /// The row must be there: 3167 if another program deleted it before it was read.
-    StoredValue value(qsizetype row, int column);
+    mkl::Variant value(qsizetype row, int column);
     /// All rows, for walks over many of them.
     void read();
     /// After read(): where the row stands in store().

@@ -13,9 +13,7 @@ public:
         , columns_(columns) {}
 
     void moveTo(qsizetype row) override { row_ = row; }
-    mkl::Variant value(int column) const override {
-        return decode(rows_.value(row_, column), columns_.at(column).type);
-    }
+    mkl::Variant value(int column) const override { return rows_.decoded(row_, column, columns_.at(column).type); }
     std::optional<QByteArrayView> utf8(int column) const override { return rows_.text(row_, column); }
 
 private:

@@ -109,21 +109,21 @@ int SqliteStatement::bindOne(int number, const StoredValue& value) {
     return SQLITE_MISUSE;
 }
 
+// The bytes of a text are taken without its terminating zero, which the engine would have to add to a copy; asked for
+// their number first it turns them into UTF-8 where the file holds something else.
 void SqliteStatement::appendRow(RowStore& rows) const {
-    sqlite3_stmt* statement = statement_.get();
-    const int count = sqlite3_data_count(statement);
+    const int count = sqlite3_data_count(statement_.get());
     for (int column = 0; column < count; ++column) {
-        switch (sqlite3_column_type(statement, column)) {
-        case SQLITE_INTEGER: rows.appendInteger(sqlite3_column_int64(statement, column)); break;
-        case SQLITE_FLOAT: rows.appendReal(sqlite3_column_double(statement, column)); break;
-        case SQLITE_TEXT: {
-            const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement, column));
-            rows.appendText({text, sqlite3_column_bytes(statement, column)});
-            break;
-        }
+        sqlite3_value* value = sqlite3_column_value(statement_.get(), column);
+        const int type = sqlite3_value_type(value);
+        switch (type) {
+        case SQLITE_INTEGER: rows.appendInteger(sqlite3_value_int64(value)); break;
+        case SQLITE_FLOAT: rows.appendReal(sqlite3_value_double(value)); break;
+        case SQLITE_TEXT:
         case SQLITE_BLOB: {
-            const auto* bytes = static_cast<const char*>(sqlite3_column_blob(statement, column));
-            rows.appendBlob({bytes, sqlite3_column_bytes(statement, column)});
+            const int size = sqlite3_value_bytes(value);
+            const QByteArrayView bytes(static_cast<const char*>(sqlite3_value_blob(value)), size);
+            type == SQLITE_TEXT ? rows.appendText(bytes) : rows.appendBlob(bytes);
             break;
         }
         default: rows.appendNull();
