@@ -168,7 +168,7 @@ mkl::Variant RowStore::decoded(qsizetype row, int column, jet::ColumnType type) 
     case Int16: return whole(load<qint16>(from));
     case Int32: return whole(load<qint32>(from));
     case Text: {
-        if (type == ColumnType::Date) break;
+        if (type == ColumnType::Date || type == ColumnType::Unknown) break;
         const qsizetype length = readLength(from);
         return QString::fromUtf8(from, length);
     }
