@@ -44,6 +44,11 @@ CatalogueDraft::CatalogueDraft(const QString& file)
 
 CatalogueDraft::~CatalogueDraft() {
     if (!database_) return;
+    try {
+        if (workspace_->transactionDepth() > 0) workspace_->Rollback();
+    } catch (const RunTimeError&) {
+        // The file goes anyway.
+    }
     close();
     removeFiles();
 }

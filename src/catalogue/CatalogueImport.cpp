@@ -32,7 +32,11 @@ public:
         workspace_.BeginTrans();
     }
     ~ImportTransaction() {
-        if (open_) workspace_.Rollback();
+        try {
+            if (open_) workspace_.Rollback();
+        } catch (const RunTimeError&) {
+            // The end of the workspace undoes it as well.
+        }
     }
     ImportTransaction(const ImportTransaction&) = delete;
     ImportTransaction& operator=(const ImportTransaction&) = delete;

@@ -55,7 +55,10 @@ TEST(SelectTop, TiesOfTheLastRow) {
     EXPECT_EQ(o.rows(u"SELECT DISTINCT TOP 1 Dat FROM T WHERE Not Dat Is Null ORDER BY Dat DESC"_s), u"01.01.2002");
     EXPECT_EQ(o.rows(u"SELECT DISTINCT TOP 2 Gruppe FROM T ORDER BY Gruppe"_s), u"Null|1");
     EXPECT_EQ(o.rows(u"SELECT DISTINCT TOP 1 Name FROM T ORDER BY Name DESC"_s).toLower(), u"zwei");
-    EXPECT_EQ(o.rows(u"SELECT TOP 1 Gruppe, Count(*) FROM T GROUP BY Gruppe ORDER BY Count(*) DESC"_s), u"1 2|2 2");
+    QStringList largest =
+        o.rows(u"SELECT TOP 1 Gruppe, Count(*) FROM T GROUP BY Gruppe ORDER BY Count(*) DESC"_s).split(u'|');
+    largest.sort(); // groups of the same size come in any order
+    EXPECT_EQ(largest, (QStringList{u"1 2"_s, u"2 2"_s}));
     EXPECT_EQ(o.all(u"SELECT TOP 2 Nr FROM T"_s).size(), 2);
     EXPECT_EQ(o.all(u"SELECT TOP 9 Nr FROM T"_s).size(), 5);
 }
@@ -101,6 +104,7 @@ TEST(SelectTypes, BranchesKeepTheirs) {
     EXPECT_EQ(o.one(u"SELECT IIf(Nr=1, Dat, 0) FROM T WHERE Nr=1 UNION SELECT Dat FROM T WHERE Nr=1"_s).type(), Date);
     EXPECT_EQ(o.one(u"SELECT DISTINCT IIf(Nr=1, Dat, 0) FROM T WHERE Nr=1"_s).type(), Date);
     EXPECT_EQ(o.one(u"SELECT IIf(1=1, '\uFDD0D1', 0)"_s), Variant(u"\uFDD0D1"_s));
+    EXPECT_EQ(o.one(u"SELECT x.v & '' FROM (SELECT IIf(1=1, '\uFDD0D1', 0) AS v) AS x"_s), Variant(u"\uFDD0D1"_s));
 }
 
 TEST(SelectTypes, MixedValuesAreStoredAsTheColumnSays) {

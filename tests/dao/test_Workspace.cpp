@@ -66,7 +66,7 @@ TEST(Workspace, ClosingWithoutTheOuterCommitLosesAll) {
     o.workspace.reset();
     EXPECT_EQ(countElsewhere(o), 3);
     EXPECT_EQ(log.messages().size(), 1);
-    EXPECT_TRUE(log.messages().join(u' ').contains(u" 1 "_s));
+    EXPECT_TRUE(log.messages().join(u' ').contains(u"(Tiefe 1)"_s));
 }
 
 TEST(Workspace, EndsSilentlyWhenNothingIsOpen) {

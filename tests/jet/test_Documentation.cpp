@@ -50,7 +50,7 @@ TEST(Documentation, NamesEveryFunction) {
 TEST(Documentation, NamesEveryAggregate) {
     QStringList known, told = firstCells(u"Aggregates"_s, call);
     for (const Aggregate& aggregate : aggregates())
-        known.append(aggregate.name.toString());
+        if (!aggregate.name.isEmpty()) known.append(aggregate.name.toString()); // else no statement can call it
     told.removeDuplicates();
     told.sort();
     known.sort();

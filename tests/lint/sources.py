@@ -17,7 +17,8 @@ def files(*folders, suffixes=None):
     for folder in folders or [""]:
         for path, names, leaves in os.walk(os.path.join(TOP, folder)):
             names[:] = [name for name in names if name not in SKIPPED]
-            found += [os.path.relpath(os.path.join(path, leaf), TOP) for leaf in leaves]
+            found += [os.path.relpath(os.path.join(path, leaf), TOP) for leaf in leaves
+                      if leaf not in SKIPPED]
     return sorted(name for name in found if suffixes is None or name.endswith(suffixes))
 
 

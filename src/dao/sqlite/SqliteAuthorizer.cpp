@@ -94,7 +94,7 @@ void SqliteAuthorizer::limit(SqliteSession& session) {
         {SQLITE_LIMIT_LENGTH, 256 * 1024 * 1024}, // of one value and of one row
         {SQLITE_LIMIT_SQL_LENGTH, 16 * 1024 * 1024},
         {SQLITE_LIMIT_EXPR_DEPTH, 1000},
-        {SQLITE_LIMIT_COMPOUND_SELECT, 200},
+        {SQLITE_LIMIT_COMPOUND_SELECT, 500},
         {SQLITE_LIMIT_VDBE_OP, 10'000'000},
         {SQLITE_LIMIT_VARIABLE_NUMBER, 250'000},
         {SQLITE_LIMIT_TRIGGER_DEPTH, 50},

@@ -41,8 +41,10 @@ void passFaultPoint(SqliteSession& session, sqlite3_stmt* statement) {
     const auto fault = FaultPoints::next(writes);
     if (!fault) return;
     sqlite3* database = session.database();
-    if (endsTransaction(*fault, writes) && sqlite3_get_autocommit(database) == 0)
+    if (endsTransaction(*fault, writes) && sqlite3_get_autocommit(database) == 0) {
+        const SqliteSession::AccessScope scope(session, Access::Internal);
         sqlite3_exec(database, "ROLLBACK", nullptr, nullptr, nullptr);
+    }
     session.check(codeOf(*fault));
 }
 

@@ -35,7 +35,7 @@ constexpr unsigned int subtypeOf(ColumnType type) {
 ColumnType typeOfSubtype(unsigned int subtype) {
     for (const ColumnType type : {ColumnType::Boolean, ColumnType::Currency, ColumnType::Date})
         if (subtype == subtypeOf(type)) return type;
-    return ColumnType::Unknown;
+    return ColumnType::Text; // not unknown: a packed value is unpacked by its own function only
 }
 
 ColumnType columnTypeOf(const Variant& value) {
