@@ -1,5 +1,6 @@
 #include "browser/ArtCatBrowser.h"
 
+#include "base/Variant.h"
 #include "browser/ArtCatBrowserPrivate.h"
 
 namespace mkl {
@@ -8,8 +9,15 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+constexpr Integer helpKey = 112; // F1
+
 bool isPane(acbPanes pane) {
     return pane >= acbPaneArticlePool && pane <= acbPaneCategoryTree;
+}
+
+size_t menuIndex(acbPanes pane) {
+    if (!isPane(pane)) throwError(err::SubscriptOutOfRange);
+    return static_cast<size_t>(pane);
 }
 
 } // namespace
@@ -22,6 +30,43 @@ ArtCatBrowser::ArtCatBrowser(QWidget* parent)
 
 ArtCatBrowser::~ArtCatBrowser() {
     d_->Terminate();
+}
+
+QList<UserControl::BagProperty> ArtCatBrowser::bagProperties() const {
+    return {{"ShowStatusBar", true},
+            {"ShowArticlePool", true},
+            {"ShowArticleList", true},
+            {"AllowDragDrop", true},
+            {"Imageset", Long{acbImageset1}}};
+}
+
+// What the bag holds counts as a whole: nothing is read or placed for a single property.
+void ArtCatBrowser::ReadProperties(const PropertyBag& bag) {
+    UserControl::ReadProperties(bag);
+    d_->paneLayout->ApplyVisibility();
+}
+
+void ArtCatBrowser::KeyDown(Integer& KeyCode, Integer&) {
+    if (!d_->state.HelpEvent || KeyCode != helpKey) return;
+    KeyCode = 0;
+    Q_EMIT Help();
+}
+
+acbPanes ArtCatBrowser::ActivePane() const {
+    const QWidget* const active = ActiveControl();
+    if (!active) throwError(err::ObjectNotSet);
+    if (active->objectName().compare("LV"_L1, Qt::CaseInsensitive) == 0) return acbPaneArticleList;
+    if (active->objectName().compare("TV"_L1, Qt::CaseInsensitive) == 0) return acbPaneCategoryTree;
+    return acbPaneArticlePool;
+}
+
+bool ArtCatBrowser::AllowDragDrop() const {
+    return d_->state.AllowDragDrop;
+}
+
+void ArtCatBrowser::setAllowDragDrop(bool AllowDragDrop) {
+    d_->state.AllowDragDrop = AllowDragDrop;
+    propertyChanged(u"AllowDragDrop"_s);
 }
 
 void ArtCatBrowser::setBackend(const Ref<dao::Database>& Backend) {
@@ -85,6 +130,19 @@ Long ArtCatBrowser::Selected(acbPanes Pane) const {
     return 0;
 }
 
+void ArtCatBrowser::setSelected(acbPanes Pane, Long Selected) {
+    const auto hub = d_;
+    hub->selection->LetSelected(Pane, Selected);
+}
+
+acbMenus ArtCatBrowser::ShowMenu(acbPanes Pane) const {
+    return d_->state.ShowMenu[menuIndex(Pane)];
+}
+
+void ArtCatBrowser::setShowMenu(acbPanes Pane, acbMenus ShowMenu) {
+    d_->state.ShowMenu[menuIndex(Pane)] = ShowMenu;
+}
+
 bool ArtCatBrowser::Edited() const {
     return d_->state.Edited;
 }
@@ -95,6 +153,7 @@ acbImagesets ArtCatBrowser::Imageset() const {
 
 void ArtCatBrowser::setImageset(acbImagesets Imageset) {
     d_->state.Imageset = Imageset;
+    propertyChanged(u"Imageset"_s);
 }
 
 bool ArtCatBrowser::ShowStatusBar() const {
@@ -103,7 +162,10 @@ bool ArtCatBrowser::ShowStatusBar() const {
 
 void ArtCatBrowser::setShowStatusBar(bool ShowStatusBar) {
     const auto hub = d_;
-    hub->paneLayout->LetShowStatusBar(ShowStatusBar);
+    if (readsProperties())
+        hub->state.ShowStatusBar = ShowStatusBar;
+    else
+        hub->paneLayout->LetShowStatusBar(ShowStatusBar);
 }
 
 bool ArtCatBrowser::ShowArticlePool() const {
@@ -112,7 +174,10 @@ bool ArtCatBrowser::ShowArticlePool() const {
 
 void ArtCatBrowser::setShowArticlePool(bool ShowArticlePool) {
     const auto hub = d_;
-    hub->paneLayout->LetShowArticlePool(ShowArticlePool);
+    if (readsProperties())
+        hub->state.ShowArticlePool = ShowArticlePool;
+    else
+        hub->paneLayout->LetShowArticlePool(ShowArticlePool);
 }
 
 bool ArtCatBrowser::ShowArticleList() const {
@@ -121,7 +186,10 @@ bool ArtCatBrowser::ShowArticleList() const {
 
 void ArtCatBrowser::setShowArticleList(bool ShowArticleList) {
     const auto hub = d_;
-    hub->paneLayout->LetShowArticleList(ShowArticleList);
+    if (readsProperties())
+        hub->state.ShowArticleList = ShowArticleList;
+    else
+        hub->paneLayout->LetShowArticleList(ShowArticleList);
 }
 
 Long ArtCatBrowser::HelpContextID() const {
@@ -174,8 +242,8 @@ double ArtCatBrowser::PaneWidth(acbPanes Pane) const {
     return d_->paneLayout->PaneWidth(Pane);
 }
 
-void ArtCatBrowser::setPaneWidth(acbPanes Pane, double Percent) {
-    d_->paneLayout->LetPaneWidth(Pane, Percent);
+void ArtCatBrowser::setPaneWidth(acbPanes Pane, double PaneWidth) {
+    d_->paneLayout->LetPaneWidth(Pane, PaneWidth);
 }
 
 void ArtCatBrowser::PaneResize() {
@@ -194,6 +262,21 @@ Long ArtCatBrowser::LeftArticleListView() const {
 Long ArtCatBrowser::Populate() {
     const auto hub = d_; // the control may be deleted meanwhile
     return hub->population->Populate();
+}
+
+void ArtCatBrowser::RefreshItem(Long ItemKey, acbPanes Pane) {
+    const auto hub = d_;
+    hub->rowRefresh->RefreshItem(ItemKey, Pane);
+}
+
+void ArtCatBrowser::RefreshPane(acbPanes Pane) {
+    const auto hub = d_;
+    hub->rowRefresh->RefreshPane(Pane);
+}
+
+// There is no editor for positions yet: every call ends as a cancelled one.
+Long ArtCatBrowser::PositionEditor(Long, Long) {
+    return 0;
 }
 
 void ArtCatBrowser::ResizeControl() {

@@ -14,12 +14,15 @@ ArtCatBrowserPrivate::ArtCatBrowserPrivate(ArtCatBrowser& control)
     , errorFrame(newErrorHandler())
     , functionLibrary(makeRef<FunctionLibrary>())
     , m_Finder(std::make_unique<Finder>())
+    , articleActivation(std::make_unique<ArticleActivation>(*this))
     , articlePanes(std::make_unique<ArticlePanes>(*this))
     , categoryTree(std::make_unique<CategoryTree>(*this))
     , helpSettings(std::make_unique<HelpSettings>(*this))
     , paneLayout(std::make_unique<PaneLayout>(*this))
+    , paneStatus(std::make_unique<PaneStatus>(*this))
     , population(std::make_unique<Population>(*this))
     , progressDisplay(std::make_unique<ProgressDisplay>(*this))
+    , rowRefresh(std::make_unique<RowRefresh>(*this))
     , selection(std::make_unique<Selection>(*this)) {
     errorFrame.handler()->ErrorContext().fill(app().Title(), ErrorContext::ControlMode, currentError(),
                                               u"ArtCatBrowser"_s);
@@ -34,7 +37,8 @@ void ArtCatBrowserPrivate::Terminate() {
     ErrorFrame::quietly([&] { ui.TV->setSelectedItem({}); },                                          //
                         [&] { ui.TV->setDropHighlight({}); }, [&] { ui.LV->setSelectedItem({}); },    //
                         [&] { ui.LV->setDropHighlight({}); }, [&] { ui.LVArt->setSelectedItem({}); }, //
-                        [&] { ui.LVArt->setDropHighlight({}); });
+                        [&] { ui.LVArt->setDropHighlight({}); }, [&] { ui.LVArt->setMouseIcon({}); }, //
+                        [&] { ui.TV->setMouseIcon({}); }, [&] { ui.LV->setMouseIcon({}); });
     population->CloseArtKatTable();
     state.Backend.reset();
     state.Workspace.reset();
@@ -42,6 +46,12 @@ void ArtCatBrowserPrivate::Terminate() {
     errorFrame.release();
     state.Helper.reset();
     m_Finder.reset();
+}
+
+void ArtCatBrowserPrivate::reportVanishedRecord() const {
+    constexpr Long recordNotFound = -1072;
+    const Ref<ErrorHandler> handler = errorFrame.handler(); // the control may be closed while the user reads
+    handler->ReportError(recordNotFound, {}, {});
 }
 
 bool ArtCatBrowserPrivate::serveQueue() const {

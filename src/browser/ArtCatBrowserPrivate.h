@@ -1,13 +1,16 @@
 #pragma once
 // The hub of the browser: it owns the state, the constituent controls and the rooms, which know each other through it.
+#include "browser/ArticleActivation.h"
 #include "browser/ArticlePanes.h"
 #include "browser/BrowserState.h"
 #include "browser/BrowserUi.h"
 #include "browser/CategoryTree.h"
 #include "browser/HelpSettings.h"
 #include "browser/PaneLayout.h"
+#include "browser/PaneStatus.h"
 #include "browser/Population.h"
 #include "browser/ProgressDisplay.h"
+#include "browser/RowRefresh.h"
 #include "browser/Selection.h"
 #include "core/ErrorFrame.h"
 #include "core/Finder.h"
@@ -31,6 +34,8 @@ public:
     void Terminate();
     /// Serves the message queue once. False if the control was closed meanwhile.
     [[nodiscard]] bool serveQueue() const;
+    /// Tells the user that a record seen on screen is gone.
+    void reportVanishedRecord() const;
 
     ArtCatBrowser& face;
     BrowserUi ui;
@@ -39,16 +44,20 @@ public:
     Ref<FunctionLibrary> functionLibrary;
     std::unique_ptr<Finder> m_Finder;
 
+    const std::unique_ptr<ArticleActivation> articleActivation;
     const std::unique_ptr<ArticlePanes> articlePanes;
     const std::unique_ptr<CategoryTree> categoryTree;
     const std::unique_ptr<HelpSettings> helpSettings;
     const std::unique_ptr<PaneLayout> paneLayout;
+    const std::unique_ptr<PaneStatus> paneStatus;
     const std::unique_ptr<Population> population;
     const std::unique_ptr<ProgressDisplay> progressDisplay;
+    const std::unique_ptr<RowRefresh> rowRefresh;
     const std::unique_ptr<Selection> selection;
 
 private:
     void connectEvents();
+    void connectPane(ItemView& view, acbPanes pane);
 };
 
 } // namespace mkl

@@ -28,6 +28,7 @@ struct BrowserState {
     Long SelectedListArticle = 0;
     Long SelectedCategory = 0;
     std::array<Long, paneCount> LastClicked = {}; ///< by pane: what ItemClick reported last
+    bool RefreshActive = false;                   ///< the row's twin in the other list is being shown anew
     QString CurrentNodeKey;                       ///< of the node clicked last
 
     acbImagesets Imageset = acbImageset1;
@@ -38,6 +39,8 @@ struct BrowserState {
     Long ListWidth = 0;
     Long TreeWidth = 0;
     bool arranged = false; ///< the panes have been placed in a size that somebody gave
+    bool AllowDragDrop = true;
+    std::array<acbMenus, paneCount> ShowMenu = {everyMenu, everyMenu, everyMenu};
     Long HelpContextID = 1024;
     QString Helpfile; ///< with its path
     bool HelpEvent = false;

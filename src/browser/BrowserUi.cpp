@@ -6,6 +6,7 @@
 #include "controls/Extender.h"
 #include "controls/Screen.h"
 #include "controls/UserControl.h"
+#include "core/TextOrder.h"
 #include "core/mdlGraphics.h"
 
 namespace mkl {
@@ -51,12 +52,15 @@ BrowserUi::BrowserUi(UserControl& face)
         setWidth(*splitter, splitterWidth);
         splitter->setCursor(Qt::SizeHorCursor);
     }
-    LV->setMultiSelect(true);
     TV->setImageList(iLVArt);
-    for (ListView* list : {LVArt, LV})
+    for (ListView* list : {LVArt, LV}) {
+        list->setMultiSelect(true);
         list->setSmallIcons(iLVArt);
-    for (QFrame* pane : std::initializer_list<QFrame*>{LVArt, TV, LV})
-        mdlGraphics::SetFlatEdge(pane);
+        list->setTextOrder(textSortKey);
+    }
+    for (QFrame* framed : std::initializer_list<QFrame*>{LVArt, TV, LV, SB})
+        mdlGraphics::SetFlatEdge(framed);
+    SB->resize(SB->sizeHint());
 }
 
 void BrowserUi::addColumns(const UserControl& face) {
@@ -70,7 +74,6 @@ void BrowserUi::addColumns(const UserControl& face) {
 void BrowserUi::addPanels() {
     for (const QString& pane : {u"LVArt"_s, u"TV"_s, u"LV"_s})
         SB->addPanel(pane);
-    SB->resize(SB->sizeHint());
 }
 
 Single iconRoom() {

@@ -1,4 +1,5 @@
 #pragma once
+#include "browser/MenuTable.h"
 #include "controls/ImageList.h"
 #include "controls/ListView.h"
 #include "controls/PictureBox.h"
@@ -26,6 +27,7 @@ struct BrowserUi {
     StatusBar* const SB;
     ProgressBar* const PB;
     QLabel* const lblStatus; ///< over the progress bar
+    MenuTable menus;         ///< KTV, KLV, KLVArt and KClose
 
 private:
     void addColumns(const UserControl& face);

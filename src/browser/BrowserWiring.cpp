@@ -1,6 +1,7 @@
 // Every event of the constituent controls and the procedure that it calls.
 #include "browser/ArtCatBrowser.h"
 #include "browser/ArtCatBrowserPrivate.h"
+#include "controls/Extender.h"
 #include "controls/Screen.h"
 
 namespace mkl {
@@ -19,7 +20,12 @@ void ArtCatBrowserPrivate::connectEvents() {
             errorFrame.boundary(procName, [&] { call(*arguments...); });
         });
     };
+    connectPane(*ui.LVArt, acbPaneArticlePool);
+    connectPane(*ui.TV, acbPaneCategoryTree);
+    connectPane(*ui.LV, acbPaneArticleList);
     const auto onSplitter = [this](PictureBox* splitter, void (PaneLayout::*draw)(Single)) {
+        QObject::connect(splitter, &PictureBox::Click, &face, &ArtCatBrowser::Click);
+        QObject::connect(splitter, &PictureBox::DblClick, &face, &ArtCatBrowser::DblClick);
         QObject::connect(splitter, &PictureBox::MouseDown, &face, [](Integer& Button) {
             if (Button == leftButton) screen().setMousePointer(vbSizeWE);
         });
@@ -36,6 +42,46 @@ void ArtCatBrowserPrivate::connectEvents() {
     on(ui.TV, &TreeView::NodeClick, u"TV_NodeClick"_s, [this](Node& node) { selection->NodeClick(node); });
     on(ui.TV, &TreeView::Expand, u"TV_Expand"_s, [this](Node& node) { categoryTree->Expand(node); });
     on(ui.TV, &TreeView::Collapse, u"TV_Collapse"_s, [this](Node& node) { categoryTree->Collapse(node); });
+    on(ui.TV, &TreeView::GotFocus, u"TV_GotFocus"_s, [this] { selection->CollapsePoolSelection(); });
+    on(ui.LV, &ListView::GotFocus, u"LV_GotFocus"_s, [this] { selection->CollapsePoolSelection(); });
+    on(ui.LV, &ListView::ItemClick, u"LV_ItemClick"_s, [this](ListItem& item) { selection->ListItemClick(item); });
+    on(ui.LV, &ListView::ColumnClick, u"LV_ColumnClick"_s,
+       [this](ColumnHeader& column) { articlePanes->sortBy(*ui.LV, column.Index()); });
+    on(ui.LVArt, &ListView::ItemClick, u"LVArt_ItemClick"_s,
+       [this](ListItem& item) { selection->PoolItemClick(item); });
+    on(ui.LVArt, &ListView::ColumnClick, u"LVArt_ColumnClick"_s,
+       [this](ColumnHeader& column) { articlePanes->sortBy(*ui.LVArt, column.Index()); });
+    QObject::connect(ui.SB, &StatusBar::Click, &face, &ArtCatBrowser::Click);
+    QObject::connect(ui.SB, &StatusBar::DblClick, &face, &ArtCatBrowser::DblClick);
+    QObject::connect(ui.SB, &StatusBar::PanelClick, &face, &ArtCatBrowser::Click);
+    QObject::connect(ui.SB, &StatusBar::PanelDblClick, &face, &ArtCatBrowser::DblClick);
+}
+
+// What the panes hand on to the host before the control reacts itself.
+void ArtCatBrowserPrivate::connectPane(ItemView& view, acbPanes pane) {
+    const auto passOn = [this, pane](void (ArtCatBrowser::*first)(), void (ArtCatBrowser::*second)(acbPanes)) {
+        const auto hub = shared_from_this();
+        Q_EMIT(face.*first)();
+        if (!state.closed) Q_EMIT(face.*second)(pane);
+    };
+    QObject::connect(&view, &ItemView::Click, &face,
+                     [passOn] { passOn(&ArtCatBrowser::Click, &ArtCatBrowser::PaneClick); });
+    QObject::connect(&view, &ItemView::DblClick, &face,
+                     [passOn] { passOn(&ArtCatBrowser::DblClick, &ArtCatBrowser::PaneDblClick); });
+    const auto passMouseOn = [&](auto own, auto ofTheFace) {
+        QObject::connect(&view, own, &face,
+                         [this, &view, ofTheFace](Integer& Button, Integer& Shift, Single& X, Single& Y) {
+                             const Single left = Left(view), top = Top(view);
+                             X += left;
+                             Y += top;
+                             Q_EMIT(face.*ofTheFace)(Button, Shift, X, Y);
+                             X -= left;
+                             Y -= top;
+                         });
+    };
+    passMouseOn(&ItemView::MouseDown, &ArtCatBrowser::MouseDown);
+    passMouseOn(&ItemView::MouseMove, &ArtCatBrowser::MouseMove);
+    passMouseOn(&ItemView::MouseUp, &ArtCatBrowser::MouseUp);
 }
 
 } // namespace mkl

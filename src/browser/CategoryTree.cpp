@@ -57,7 +57,8 @@ bool CategoryTree::selectKeptNode(const TreeRead& read) {
     hub_.selection->NodeClick(*node);
     if (!read.isCurrent()) return false; // a handler of the host closed the control or read the tree anew
     node->EnsureVisible();
-    return true;
+    hub_.selection->selectKeptArticle();
+    return !hub_.state.closed;
 }
 
 Ref<Node> CategoryTree::keptNode() const {

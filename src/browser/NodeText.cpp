@@ -20,11 +20,15 @@ QStringView withoutBlanks(QStringView text) {
 
 } // namespace
 
+QString zeroPadded(const Variant& number, qsizetype digits) {
+    if (number.isNull()) return {};
+    const qint64 value = number.toLong();
+    const QString padded = QString::number(qAbs(value)).rightJustified(digits, u'0');
+    return value < 0 ? u'-' + padded : padded;
+}
+
 QString positionText(const Variant& order) {
-    if (order.isNull()) return {};
-    const qint64 position = order.toLong();
-    const QString digits = QString::number(qAbs(position)).rightJustified(3, u'0');
-    return position < 0 ? u'-' + digits : digits;
+    return zeroPadded(order, 3);
 }
 
 QString nodeText(const Variant& order, const Variant& name) {

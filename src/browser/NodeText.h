@@ -7,6 +7,9 @@ namespace mkl {
 /// A position with at least three digits: 7 gives "007", 1234 "1234", Null "".
 QString positionText(const Variant& order);
 
+/// A whole number with at least that many digits; Null gives "".
+QString zeroPadded(const Variant& number, qsizetype digits);
+
 /// Position, " - ", name: "007 - Schrauben". A Null counts as an empty text.
 QString nodeText(const Variant& order, const Variant& name);
 

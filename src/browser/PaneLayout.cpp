@@ -25,45 +25,75 @@ void PaneLayout::ApplyVisibility() {
     const BrowserState& state = hub_.state;
     ui.SB->setVisible(state.ShowStatusBar);
     ui.lblStatus->setVisible(state.ShowStatusBar);
-    ui.LVArt->setVisible(state.ShowArticlePool);
-    ui.picSplitterArt->setVisible(state.ShowArticlePool);
-    ui.SB->Panels(u"LVArt"_s).setVisible(state.ShowArticlePool);
-    ui.LV->setVisible(state.ShowArticleList);
-    ui.picSplitter->setVisible(state.ShowArticleList);
-    ui.SB->Panels(u"LV"_s).setVisible(state.ShowArticleList);
+    showPool();
+    showList();
     CalcPaneWidths(true);
     place();
 }
 
 void PaneLayout::LetShowArticleList(bool ShowArticleList) {
     const BrowserUi& ui = hub_.ui;
+    // 1.
+    if (mayReadForShow(hub_.state.ShowArticleList, ShowArticleList, *ui.LV))
+        hub_.articlePanes->readList(hub_.state.SelectedCategory);
+    if (hub_.state.closed) return;
     // 2.
     hub_.state.ShowArticleList = ShowArticleList;
-    ui.LV->setVisible(ShowArticleList);
-    ui.picSplitter->setVisible(ShowArticleList);
-    ui.SB->Panels(u"LV"_s).setVisible(ShowArticleList);
+    showList();
     // 3.
     CalcPaneWidths(true);
     place();
+    // 4.
+    propertyChanged(u"ShowArticleList"_s);
 }
 
 // The other panes keep their splitters.
 void PaneLayout::LetShowArticlePool(bool ShowArticlePool) {
-    const BrowserUi& ui = hub_.ui;
+    // 1.
+    if (mayReadForShow(hub_.state.ShowArticlePool, ShowArticlePool, *hub_.ui.LVArt))
+        hub_.articlePanes->PopulateLVArt(true);
+    if (hub_.state.closed) return;
     // 2.
     hub_.state.ShowArticlePool = ShowArticlePool;
-    ui.LVArt->setVisible(ShowArticlePool);
-    ui.picSplitterArt->setVisible(ShowArticlePool);
-    ui.SB->Panels(u"LVArt"_s).setVisible(ShowArticlePool);
+    showPool();
     // 3.
     place();
+    // 4.
+    propertyChanged(u"ShowArticlePool"_s);
 }
 
 void PaneLayout::LetShowStatusBar(bool ShowStatusBar) {
     hub_.state.ShowStatusBar = ShowStatusBar;
     hub_.ui.SB->setVisible(ShowStatusBar);
     hub_.ui.lblStatus->setVisible(ShowStatusBar);
+    propertyChanged(u"ShowStatusBar"_s);
+    if (hub_.state.closed) return;
     place();
+    if (!hub_.state.closed && hub_.face.UserMode()) hub_.selection->SetCategoryOfTree(hub_.state.SelectedCategory);
+}
+
+// Before Populate nothing is read, whatever is switched.
+bool PaneLayout::mayReadForShow(bool former, bool show, const ListView& list) const {
+    const bool populated = bool(hub_.state.ArtKatTable);
+    return show && !former && populated && hub_.face.UserMode() && list.ListItems().Count() == 0;
+}
+
+void PaneLayout::showList() const {
+    const bool on = hub_.state.ShowArticleList;
+    hub_.ui.LV->setVisible(on);
+    hub_.ui.picSplitter->setVisible(on);
+    hub_.ui.SB->Panels(u"LV"_s).setVisible(on);
+}
+
+void PaneLayout::showPool() const {
+    const bool on = hub_.state.ShowArticlePool;
+    hub_.ui.LVArt->setVisible(on);
+    hub_.ui.picSplitterArt->setVisible(on);
+    hub_.ui.SB->Panels(u"LVArt"_s).setVisible(on);
+}
+
+void PaneLayout::propertyChanged(const QString& name) const {
+    if (!hub_.state.closed) Q_EMIT hub_.face.PropertyChanged(name);
 }
 
 double PaneLayout::PaneWidth(Long Pane) const {

@@ -1,9 +1,12 @@
 #pragma once
 #include "browser/PaneGeometry.h"
 
+#include <QString>
+
 namespace mkl {
 
 class ArtCatBrowserPrivate;
+class ListView;
 
 /// Where the panes stand, and which of them are on show.
 class PaneLayout {
@@ -39,6 +42,10 @@ public:
 private:
     void CalcPaneWidths(bool Reset);
     void PlaceSplitters();
+    bool mayReadForShow(bool former, bool show, const ListView& list) const;
+    void showList() const;
+    void showPool() const;
+    void propertyChanged(const QString& name) const;
     void growToSmallestWidth();
     void placeStatusBar();
     PaneSetting setting() const;

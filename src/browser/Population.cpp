@@ -36,6 +36,11 @@ Long Population::populate() {
     state.ArticleNumberPattern = numberPattern(Article_MaxNo());
     // 5.
     hub_.articlePanes->AdjustColumnWidths();
+    // 6.
+    if (state.ShowArticlePool) {
+        if (!hub_.progressDisplay->ShowProgress(text(TextId::BrowserReadingArticles))) return 0;
+        hub_.articlePanes->PopulateLVArt(false);
+    }
     // 7.
     if (!hub_.progressDisplay->ShowProgress(text(TextId::BrowserReadingCategories))) return 0;
     return hub_.categoryTree->X_PopulateTV(false);

@@ -49,14 +49,15 @@ Ref<ListItem> ListItemCollection::Item(const Variant& index) const {
     return &(index.isText() ? items_ : sorted()).item(index);
 }
 
-QString ListItemCollection::sortText(const ListItem& item) const {
-    return item.columnText(list_.SortKey()).toCaseFolded();
+QByteArray ListItemCollection::sortText(const ListItem& item) const {
+    const QString text = item.columnText(list_.SortKey());
+    return list_.textOrder_ ? list_.textOrder_(text) : text.toCaseFolded().toUtf8();
 }
 
 const ItemStore<ListItem>& ListItemCollection::sorted() const {
     if (!std::exchange(unsorted_, false)) return items_;
     items_.reorder([this](std::vector<Ref<ListItem>>& order) {
-        std::vector<std::pair<QString, Ref<ListItem>>> rows;
+        std::vector<std::pair<QByteArray, Ref<ListItem>>> rows;
         rows.reserve(order.size());
         for (Ref<ListItem>& item : order)
             rows.emplace_back(sortText(*item), std::move(item));
@@ -69,10 +70,11 @@ const ItemStore<ListItem>& ListItemCollection::sorted() const {
 }
 
 size_t ListItemCollection::sortedPlace(const ListItem& item) const {
-    const QString own = sortText(item);
+    const QByteArray own = sortText(item);
     const auto behind =
-        std::upper_bound(items_.begin(), items_.end(), own,
-                         [this](const QString& text, const Ref<ListItem>& other) { return text < sortText(*other); });
+        std::upper_bound(items_.begin(), items_.end(), own, [this](const QByteArray& text, const Ref<ListItem>& other) {
+            return text < sortText(*other);
+        });
     return static_cast<size_t>(behind - items_.begin());
 }
 

@@ -36,7 +36,7 @@ private:
     friend class ListView;
 
     const ItemStore<ListItem>& sorted() const;
-    QString sortText(const ListItem& item) const;
+    QByteArray sortText(const ListItem& item) const;
     size_t sortedPlace(const ListItem& item) const;
 
     ListView& list_;

@@ -30,8 +30,7 @@ QVariant ListModel::data(const QModelIndex& index, int role) const {
     const ListItem* const item = itemOf(index);
     if (!item) return {};
     if (role == Qt::DisplayRole) return item->columnText(index.column());
-    const bool ofTheRow = role == Qt::DecorationRole || role == Qt::AccessibleTextRole;
-    return ofTheRow && index.column() > 0 ? QVariant() : appearance(*item, role);
+    return role == Qt::DecorationRole && index.column() > 0 ? QVariant() : appearance(*item, role);
 }
 
 QVariant ListModel::headerData(int section, Qt::Orientation orientation, int role) const {

@@ -3,9 +3,6 @@
 #include "controls/ItemView.h"
 #include "controls/ListItemCollection.h"
 #include "controls/ListModel.h"
-#include "controls/ListSelection.h"
-
-#include <optional>
 
 namespace mkl {
 
@@ -27,6 +24,11 @@ public:
     Ref<ListItem> SelectedItem() const { return selectedItem_; }
     void setSelectedItem(const Ref<ListItem>& item);
 
+    /// How many rows are selected.
+    Long SelectedCount() const;
+    /// Deselects every row but this one, which stays as it is.
+    void deselectOthers(const Ref<ListItem>& item);
+
     /// The row marked as the target of a drop, or none.
     Ref<ListItem> DropHighlight() const { return static_cast<ListItem*>(dropTarget().get()); }
     void setDropHighlight(const Ref<ListItem>& item);
@@ -34,23 +36,19 @@ public:
     /// The row at that point, or none.
     Ref<ListItem> HitTest(Single x, Single y) const;
 
-    /// How many rows are selected.
-    Long SelectedCount() const { return selectedCount_; }
-
-    /// Whether the user can select several rows: ranges with Shift, single ones with Ctrl.
     bool MultiSelect() const { return selectionMode() == ExtendedSelection; }
     void setMultiSelect(bool multiSelect);
 
-    /// Whether the rows stand in the order of the column SortKey (0 = the first one), texts compared without case.
+    /// Whether the rows stand in the order of the column SortKey (0 = the first one), texts compared by their sort
+    /// keys (setTextOrder).
     bool Sorted() const { return sorted_; }
     void setSorted(bool sorted);
     Long SortKey() const { return sortKey_; }
     void setSortKey(Long column);
 
-    /// Selects all rows if several can be selected.
-    void selectAll() override;
-    /// The press of the mouse has become a drag: its release does not select.
-    void forgetPress() { selection_.forgetPress(); }
+    /// Gives the bytes by whose order texts sort; without it they sort by their folded case alone.
+    using TextOrder = std::function<QByteArray(const QString&)>;
+    void setTextOrder(TextOrder order);
 
     /// The pictures of the rows; not owned.
     void setSmallIcons(const ImageList* images) { setPictures(images); }
@@ -59,19 +57,10 @@ Q_SIGNALS:
     /// The user pressed a mouse button on a row or moved to it by key. Never raised by code.
     void ItemClick(mkl::ListItem* Item);
     void ColumnClick(mkl::ColumnHeader* ColumnHeader);
-    /// The user selected other rows without an ItemClick: at the release of a button, beside the rows, with the space
-    /// bar or Ctrl+A.
-    void SelectionChanged();
 
 protected:
     void itemChosen(const QModelIndex& index) override;
     void restore() override;
-    void pressedOn(const QModelIndex& index, const QMouseEvent& event) override;
-    void releasedOn(const QModelIndex& index, const QMouseEvent& event) override;
-    bool takesKey(const QKeyEvent& event) override;
-    QModelIndex nextNamed(const std::function<bool(const Item&)>& fits, bool stepsOn) override;
-    void goTo(const QModelIndex& index) override;
-    QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index, const QEvent* event) const override;
     void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
 
@@ -80,17 +69,10 @@ private:
     friend class ColumnHeaderCollection;
     friend class ListItem;
     friend class ListItemCollection;
-    friend class ListSelection;
 
     void select(ListItem& item, bool selected);
-    void selectRows(Long from, Long to, bool keepOthers);
     void clearSelected();
-    void focusRow(const ListItem& item);
-    void mark(ListItem& item, bool selected);
-    void markRows(const QItemSelection& rows, bool selected);
-    QItemSelection rowsAt(Long from, Long to) const;
-    static std::optional<CursorAction> walkOf(int key);
-    void aboutToRemove(ListItem& item);
+    void aboutToRemove(const ListItem& item);
     void aboutToClear();
     void sort();
     void checkOwn(const Ref<ListItem>& item) const;
@@ -99,10 +81,9 @@ private:
     ColumnHeaderCollection columns_;
     ListModel model_;
     Ref<ListItem> selectedItem_;
-    ListSelection selection_{*this};
-    Long selectedCount_ = 0;
     bool sorted_ = false;
     Long sortKey_ = 0;
+    TextOrder textOrder_;
 };
 
 } // namespace mkl

@@ -69,7 +69,7 @@ void StatusPanel::mouseDoubleClickEvent(QMouseEvent* event) {
 }
 
 StatusBar::StatusBar(QWidget* parent)
-    : QWidget(parent) {}
+    : QFrame(parent) {}
 
 StatusPanel& StatusBar::addPanel(const QString& key) {
     if (find(key)) throwError(err::KeyNotUnique, {key});
@@ -93,25 +93,26 @@ StatusPanel* StatusBar::find(const QString& key) const {
 }
 
 QSize StatusBar::sizeHint() const {
-    return {20 * textMargin, fontMetrics().height() + 2 * textMargin};
+    return {20 * textMargin, fontMetrics().height() + 2 * (textMargin + frameWidth())};
 }
 
 // From left to right; the last visible panel takes what is left.
 void StatusBar::arrange() {
     const auto last =
         std::find_if(panels_.rbegin(), panels_.rend(), [](const auto* panel) { return panel->Visible(); });
+    const QRect inside = contentsRect();
     double left = 0; // in twips, so that the edges meet those of controls of the same widths
     for (StatusPanel* panel : panels_) {
         if (!panel->Visible()) continue;
-        const int from = pixelsX(left);
+        const int from = std::max(inside.left(), pixelsX(left));
         left += panel->Width();
-        const int to = panel == *last ? width() : pixelsX(left);
-        panel->setGeometry(from, 0, std::max(0, to - from), height());
+        const int to = panel == *last ? inside.left() + inside.width() : pixelsX(left);
+        panel->setGeometry(from, inside.top(), std::max(0, to - from), inside.height());
     }
 }
 
 void StatusBar::resizeEvent(QResizeEvent* event) {
-    QWidget::resizeEvent(event);
+    QFrame::resizeEvent(event);
     arrange();
 }
 

@@ -44,8 +44,8 @@ private:
     ClickDetector clicks_;
 };
 
-/// A line of panels, reached by key.
-class StatusBar : public QWidget {
+/// A line of panels within its frame, reached by key.
+class StatusBar : public QFrame {
     Q_OBJECT
 
 public:

@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QChildEvent>
 #include <QKeyEvent>
+#include <QScopedValueRollback>
 
 namespace mkl {
 
@@ -49,6 +50,28 @@ QWidget* UserControl::ActiveControl() const {
 
 QList<QWidget*> UserControl::Controls() const {
     return findChildren<QWidget*>(Qt::FindDirectChildrenOnly);
+}
+
+void UserControl::InitProperties() {
+    ReadProperties(PropertyBag());
+}
+
+void UserControl::ReadProperties(const PropertyBag& bag) {
+    const QScopedValueRollback<bool> guard(reading_, true);
+    for (const auto& [name, defaultValue] : bagProperties())
+        setProperty(name, bag.ReadProperty(QString::fromLatin1(name), defaultValue));
+}
+
+void UserControl::WriteProperties(PropertyBag& bag) const {
+    for (const auto& [name, defaultValue] : bagProperties()) {
+        QVariant value = property(name);
+        value.convert(defaultValue.metaType()); // constants are stored as their numbers
+        bag.WriteProperty(QString::fromLatin1(name), value, defaultValue);
+    }
+}
+
+void UserControl::propertyChanged(const QString& name) {
+    if (!reading_) Q_EMIT PropertyChanged(name);
 }
 
 void UserControl::KeyDown(Integer&, Integer&) {}

@@ -2,6 +2,7 @@
 #include "base/PropertyBag.h"
 #include "base/types.h"
 
+#include <QVariant>
 #include <QWidget>
 
 namespace mkl {
@@ -30,12 +31,29 @@ public:
     /// All constituent controls.
     QList<QWidget*> Controls() const;
 
-    /// Persistence in the host's bag; the base has no properties of its own to keep.
-    virtual void InitProperties() {}
-    virtual void ReadProperties(const PropertyBag&) {}
-    virtual void WriteProperties(PropertyBag&) const {}
+    /// Persistence in the host's bag: a new control gets the defaults of bagProperties, a stored one what the bag
+    /// holds. Both set the properties one by one.
+    virtual void InitProperties();
+    virtual void ReadProperties(const PropertyBag& bag);
+    virtual void WriteProperties(PropertyBag& bag) const;
+
+Q_SIGNALS:
+    /// A property of the bag was set, so that the host has something to store. Not raised while a bag is read.
+    void PropertyChanged(const QString& PropertyName);
 
 protected:
+    struct BagProperty {
+        const char* name; ///< of the property, and its key in the bag
+        QVariant defaultValue;
+    };
+    /// The properties that the bag keeps, in the order in which they are set and stored.
+    virtual QList<BagProperty> bagProperties() const { return {}; }
+    /// To be called behind the setting of such a property.
+    void propertyChanged(const QString& name);
+
+    /// Whether the properties are just being set from a bag.
+    bool readsProperties() const { return reading_; }
+
     /// A key pressed in the control or a constituent, before the latter sees it. KeyCode is the key's virtual code
     /// (F1 = 112), Shift as in mouse events. Setting KeyCode to 0 swallows the key.
     virtual void KeyDown(Integer& KeyCode, Integer& Shift);
@@ -54,6 +72,7 @@ private:
     void focusMoved(const QWidget* from, const QWidget* to);
 
     bool userMode_ = true;
+    bool reading_ = false; // the properties are being set from a bag
 };
 
 } // namespace mkl

@@ -27,8 +27,26 @@ Ref<Node> BrowserHost::node(Long category) const {
     return tree().Nodes().Item(u"A-%1"_s.arg(category));
 }
 
-QString BrowserHost::treePanel() const {
-    return constituent<StatusBar>(u"SB"_s).Panels(u"TV"_s).Text();
+QString BrowserHost::panel(const QString& key) const {
+    return constituent<StatusBar>(u"SB"_s).Panels(key).Text();
+}
+
+QStringList BrowserHost::rowsOf(const ListView& view) {
+    QStringList rows;
+    for (const Ref<ListItem>& item : view.ListItems()) {
+        QStringList parts{item->Key(), item->Tag().isNull() ? u"Null"_s : item->Tag().toText(), item->Text()};
+        for (Long column = 1; column < view.ColumnHeaders().Count(); ++column)
+            parts.append(item->SubItems(column));
+        rows.append((parts << item->SmallIcon()).join(u'|'));
+    }
+    return rows;
+}
+
+QStringList BrowserHost::textsOf(const ListView& view) {
+    QStringList texts;
+    for (const Ref<ListItem>& item : view.ListItems())
+        texts.append(item->Text());
+    return texts;
 }
 
 QStringList BrowserHost::treeLines() const {
@@ -45,7 +63,8 @@ QStringList BrowserHost::treeLines() const {
 QStringList BrowserHost::takeReports() const {
     QStringList lines;
     for (const ErrorReport& report : std::exchange(errors->reports, {}))
-        lines.append(u"%1: %2"_s.arg(report.procName).arg(report.number));
+        lines.append(report.code == 0 ? u"%1: %2"_s.arg(report.procName).arg(report.number)
+                                      : QString::number(report.code));
     return lines;
 }
 

@@ -2,6 +2,7 @@
 // A host with a browser: its catalogue, the user's answers, the reported errors, the events in their order.
 #include "base/EventPump.h"
 #include "browser/ArtCatBrowser.h"
+#include "browser/ArtCatBrowserPrivate.h"
 #include "controls/ImageList.h"
 #include "controls/ListView.h"
 #include "controls/ProgressBar.h"
@@ -18,6 +19,8 @@
 #include <memory>
 
 namespace mkl {
+
+using namespace Qt::StringLiterals;
 
 /// Serves nothing by itself, so that a test says what happens when the queue is served.
 class ScriptedPump final : public EventPump {
@@ -51,10 +54,22 @@ protected:
     Control& constituent(const QString& name) const {
         return *browser->findChild<Control*>(name);
     }
-    QString treePanel() const;
+    QString treePanel() const { return panel(u"TV"_s); }
+    QString panel(const QString& key) const;
+    ListView& list() const { return *browser->ArticleListView(); }
+    ListView& pool() const { return *browser->ArticlePoolListView(); }
+    /// The rows as "key|tag|text|sub-items|icon".
+    static QStringList rowsOf(const ListView& view);
+    /// The texts of the first column.
+    static QStringList textsOf(const ListView& view);
+    Ref<ListItem> poolRow(Long article) const { return pool().ListItems().Item(u"A%1"_s.arg(article)); }
+    /// What stands behind the control.
+    ArtCatBrowserPrivate& hub() const { return *browser->d_; }
+    /// Ticks an entry of a context menu, as its command does.
+    void tick(const QString& entry, bool checked = true) const { hub().ui.menus.Item(entry).setChecked(checked); }
     /// The tree as indented lines of node texts.
     QStringList treeLines() const;
-    /// The reported errors as "procedure: number".
+    /// The reported errors as "procedure: number", coded ones as their code.
     QStringList takeReports() const;
 
     ScriptedPump pump;

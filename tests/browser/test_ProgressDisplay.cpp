@@ -33,7 +33,10 @@ TEST_F(ProgressOnShow, aReadHidesThePanesAndRestoresThem) {
     EXPECT_EQ(seen, (QStringList{
                         u"SB lblStatus"_s, // the panes went
                         u"lblStatus"_s,    // the status bar went
-                        u"PB lblStatus"_s, // the display stands
+                        u"PB lblStatus"_s, // the display stands, for the pool
+                        u"PB lblStatus"_s, // and the same for the tree
+                        u"PB lblStatus"_s,
+                        u"PB lblStatus"_s,
                         u"LVArt TV LV SB"_s,
                     }));
 }
@@ -41,7 +44,8 @@ TEST_F(ProgressOnShow, aReadHidesThePanesAndRestoresThem) {
 TEST_F(ProgressOnShow, withoutStatusBarTheQueueIsServedOnceLess) {
     browser->setShowStatusBar(false);
     browser->Populate();
-    EXPECT_EQ(seen, (QStringList{QString(), u"PB lblStatus"_s, u"LVArt TV LV"_s}));
+    EXPECT_EQ(seen,
+              (QStringList{QString(), u"PB lblStatus"_s, u"PB lblStatus"_s, u"PB lblStatus"_s, u"LVArt TV LV"_s}));
 }
 
 TEST_F(ProgressOnShow, panesThatAreOffStayOff) {

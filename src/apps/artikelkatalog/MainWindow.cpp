@@ -90,9 +90,6 @@ void MainWindow::makeBrowser() {
     browser_->setAppName(text(TextId::ProgramTitle));
     browser_->setBackend(session_.database());
     browser_->setWorkspace(session_.workspace());
-    // Nothing fills the article panes yet: the tree gets their room.
-    browser_->setShowArticlePool(false);
-    browser_->setShowArticleList(false);
     applyView();
     allowViewEntries();
     pages_->addWidget(browser_.get());
