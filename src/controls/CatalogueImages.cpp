@@ -1,5 +1,6 @@
 #include "controls/CatalogueImages.h"
 
+#include "base/Texts.h"
 #include "controls/ImageList.h"
 #include "controls/SvgIcon.h"
 
@@ -52,8 +53,11 @@ QIcon load(QStringView file) {
 
 ImageList* catalogueImages(QObject* parent) {
     auto* const images = new ImageList(parent);
-    for (const Picture& picture : pictures)
-        images->ListImages().Add(QString::fromUtf16(picture.key), load(picture.file));
+    for (const Picture& picture : pictures) {
+        const QStringView file(picture.file);
+        const QString description = file.endsWith(u"-off") ? text(TextId::ImageInactive) : QString();
+        images->ListImages().Add(QString::fromUtf16(picture.key), load(file), description);
+    }
     return images;
 }
 

@@ -4,9 +4,19 @@
 
 namespace mkl {
 
-void ListImageCollection::Add(const QString& key, const QIcon& picture) {
+void ListImageCollection::Add(const QString& key, const QIcon& picture, const QString& description) {
     if (Exists(key)) throwError(err::KeyNotUnique, {key});
     byKey_.insert(key.toCaseFolded(), picture);
+    if (!description.isEmpty()) descriptions_.insert(key.toCaseFolded(), description);
+}
+
+QString ListImageCollection::Description(const QString& key) const {
+    return descriptions_.value(key.toCaseFolded());
+}
+
+void ListImageCollection::Clear() {
+    byKey_.clear();
+    descriptions_.clear();
 }
 
 QIcon ListImageCollection::Item(const QString& key) const {

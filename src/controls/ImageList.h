@@ -12,15 +12,18 @@ namespace mkl {
 class ListImageCollection {
 public:
     /// A key twice is error 35602.
-    void Add(const QString& key, const QIcon& picture);
+    void Add(const QString& key, const QIcon& picture, const QString& description = {});
+    /// What the picture says of an item to those who cannot see it, such as "inaktiv"; empty for a missing key.
+    QString Description(const QString& key) const;
     /// A missing key is error 35601.
     QIcon Item(const QString& key) const;
     bool Exists(const QString& key) const;
     Long Count() const { return static_cast<Long>(byKey_.size()); }
-    void Clear() { byKey_.clear(); }
+    void Clear();
 
 private:
     QHash<QString, QIcon> byKey_; // by folded key
+    QHash<QString, QString> descriptions_;
 };
 
 /// The pictures that several controls share. Controls hold it without owning it.

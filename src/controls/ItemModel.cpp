@@ -55,8 +55,16 @@ void ItemModel::itemChanged(const Item& item) {
     if (first.isValid()) Q_EMIT dataChanged(first, first.siblingAtColumn(columnCount() - 1));
 }
 
+// What the picture alone shows is said too.
+QVariant ItemModel::spoken(const Item& item, int role) const {
+    const QString state = images_ ? images_->ListImages().Description(item.image()) : QString();
+    if (state.isEmpty()) return {};
+    return role == Qt::AccessibleTextRole ? item.Text() + QStringLiteral(", ") + state : state;
+}
+
 QVariant ItemModel::appearance(const Item& item, int role) const {
     if (role == Qt::DecorationRole) return images_ ? QVariant(images_->picture(item.image())) : QVariant();
+    if (role == Qt::AccessibleTextRole || role == Qt::AccessibleDescriptionRole) return spoken(item, role);
     if (&item != dropHighlight_) return {};
     if (role == Qt::BackgroundRole) return QApplication::palette().highlight();
     if (role == Qt::ForegroundRole) return QApplication::palette().highlightedText();

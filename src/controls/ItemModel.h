@@ -41,10 +41,12 @@ public:
     void itemChanged(const Item& item);
 
 protected:
-    /// Picture and colours of an item.
+    /// Picture and colours of an item, and what of them is told to those who cannot see it.
     QVariant appearance(const Item& item, int role) const;
 
 private:
+    QVariant spoken(const Item& item, int role) const;
+
     const ImageList* images_ = nullptr;
     const Item* dropHighlight_ = nullptr;
     bool watched_ = false;

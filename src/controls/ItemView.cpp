@@ -3,7 +3,10 @@
 #include "controls/ItemModel.h"
 #include "controls/MouseArguments.h"
 
+#include <QContextMenuEvent>
 #include <QHelpEvent>
+#include <QKeyEvent>
+#include <QPainter>
 #include <QPointer>
 #include <QToolTip>
 
@@ -22,9 +25,13 @@ ItemView::~ItemView() = default;
 void ItemView::setItems(ItemModel& model) {
     items_ = &model;
     setModel(&model);
+    connect(&model, &QAbstractItemModel::modelReset, this, &ItemView::describe);
+    connect(&model, &QAbstractItemModel::rowsInserted, this, &ItemView::describe);
+    connect(&model, &QAbstractItemModel::rowsRemoved, this, &ItemView::describe);
 }
 
 void ItemView::dropItems() {
+    items_->disconnect(this);
     setModel(nullptr);
     items_ = nullptr;
 }
@@ -88,6 +95,8 @@ void ItemView::mousePressEvent(QMouseEvent* event) {
     const QPointer<ItemView> alive(this);
     clicks_.press(*event);
     raise(&ItemView::MouseDown, *event, event->button());
+    if (!alive) return;
+    pressedOn(indexAt(event->pos()), *event);
     if (alive) QTreeView::mousePressEvent(event);
 }
 
@@ -101,7 +110,10 @@ void ItemView::mouseMoveEvent(QMouseEvent* event) {
 void ItemView::mouseReleaseEvent(QMouseEvent* event) {
     const QPointer<ItemView> alive(this);
     raise(&ItemView::MouseUp, *event, event->button());
-    if (alive) QTreeView::mouseReleaseEvent(event);
+    if (!alive) return;
+    releasedOn(indexAt(event->pos()), *event);
+    if (!alive) return;
+    QTreeView::mouseReleaseEvent(event);
     if (alive && clicks_.release(*event, *viewport())) Q_EMIT Click();
 }
 
@@ -113,9 +125,62 @@ void ItemView::mouseDoubleClickEvent(QMouseEvent* event) {
 
 void ItemView::keyPressEvent(QKeyEvent* event) {
     const QPointer<ItemView> alive(this);
+    if (isMenuKey(*event)) {
+        raiseMenuKey();
+        return;
+    }
     const QPersistentModelIndex before(currentIndex());
-    QTreeView::keyPressEvent(event);
+    const bool isLetter = event->key() == Qt::Key_Space && !event->modifiers() && typeAhead_.isRunning();
+    if (isLetter)
+        keyboardSearch(event->text());
+    else if (!takesKey(*event))
+        QTreeView::keyPressEvent(event);
     if (alive && currentIndex().isValid() && currentIndex() != before) itemChosen(currentIndex());
+}
+
+bool ItemView::isMenuKey(const QKeyEvent& event) const {
+    return event.key() == Qt::Key_Menu || (event.key() == Qt::Key_F10 && event.modifiers() == Qt::ShiftModifier);
+}
+
+void ItemView::raiseMenuKey() {
+    const QModelIndex index = currentIndex();
+    if (index.isValid()) scrollTo(index);
+    const QRect row = visualRect(index);
+    Q_EMIT MenuKey(twipsX(std::max(0, row.left())), twipsY(row.isNull() ? 0 : row.center().y()));
+}
+
+// The key itself has been seen; some platforms send this event in addition.
+void ItemView::contextMenuEvent(QContextMenuEvent* event) {
+    if (event->reason() != QContextMenuEvent::Keyboard) QTreeView::contextMenuEvent(event);
+}
+
+void ItemView::keyboardSearch(const QString& letters) {
+    if (letters.isEmpty()) return;
+    const TypeAhead::Search search = typeAhead_.type(letters);
+    const auto fits = [&](const Item& item) {
+        return (nameOf_ ? nameOf_(item) : item.Text()).startsWith(search.beginning, Qt::CaseInsensitive);
+    };
+    const QModelIndex found = nextNamed(fits, search.stepsOn);
+    if (found.isValid()) goTo(found);
+}
+
+void ItemView::setEmptyText(const QString& text) {
+    emptyText_ = text;
+    describe();
+    viewport()->update();
+}
+
+void ItemView::describe() {
+    const QString& description = model()->rowCount() == 0 ? emptyText_ : QString();
+    if (description != accessibleDescription()) setAccessibleDescription(description);
+}
+
+void ItemView::paintEmptyText() {
+    constexpr int margin = 12;
+    QPainter painter(viewport());
+    painter.setPen(palette().color(QPalette::PlaceholderText));
+    painter.drawText(viewport()->rect().adjusted(margin, margin, -margin, -margin),
+                     Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap, emptyText_);
 }
 
 void ItemView::focusInEvent(QFocusEvent* event) {
@@ -138,6 +203,7 @@ void ItemView::hideEvent(QHideEvent* event) {
 void ItemView::paintEvent(QPaintEvent* event) {
     wake();
     QTreeView::paintEvent(event);
+    if (!emptyText_.isEmpty() && model()->rowCount() == 0) paintEmptyText();
 }
 
 bool ItemView::viewportEvent(QEvent* event) {

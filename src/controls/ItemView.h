@@ -2,6 +2,7 @@
 #include "base/types.h"
 #include "controls/ClickDetector.h"
 #include "controls/Item.h"
+#include "controls/TypeAhead.h"
 
 #include <QPixmap>
 #include <QTreeView>
@@ -26,6 +27,18 @@ public:
     QPixmap MouseIcon() const { return mouseIcon_; }
     void setMouseIcon(const QPixmap& picture);
 
+    /// What typed letters are compared with, if not the item's Text.
+    using NameOf = std::function<QString(const Item&)>;
+    void setNameOf(NameOf nameOf) { nameOf_ = std::move(nameOf); }
+
+    /// What the control says while it is empty: it is painted, and assistive tools read it as the description.
+    const QString& EmptyText() const { return emptyText_; }
+    void setEmptyText(const QString& text);
+
+    /// Goes on to the next item whose name begins with the letters typed one soon after the other; the same letter
+    /// again steps on.
+    void keyboardSearch(const QString& letters) override;
+
     /// Brings the item into view, at once or when the control shows again.
     void scrollToItem(Item& item);
 
@@ -33,6 +46,8 @@ Q_SIGNALS:
     void Click();
     void DblClick();
     void GotFocus();
+    /// The Menu key or Shift+F10. X, Y: where the menu of the item with the focus belongs, in twips.
+    void MenuKey(mkl::Single X, mkl::Single Y);
     /// Button: 1 left, 2 right, 4 middle (MouseMove: their sum). Shift: 1 Shift, 2 Ctrl, 4 Alt. X, Y: twips.
     void MouseDown(mkl::Integer& Button, mkl::Integer& Shift, mkl::Single& X, mkl::Single& Y);
     void MouseMove(mkl::Integer& Button, mkl::Integer& Shift, mkl::Single& X, mkl::Single& Y);
@@ -43,6 +58,16 @@ protected:
     virtual void itemChosen(const QModelIndex& index) = 0;
     /// The model was reset: show again what the items know and the view has forgotten.
     virtual void restore() = 0;
+
+    /// A press and a release, before the view itself sees them.
+    virtual void pressedOn(const QModelIndex&, const QMouseEvent&) {}
+    virtual void releasedOn(const QModelIndex&, const QMouseEvent&) {}
+    /// Whether the control does by itself what the key means.
+    virtual bool takesKey(const QKeyEvent&) { return false; }
+    /// The next item in sight, or in a list the next one at all, whose name fits; from the present one or behind it.
+    virtual QModelIndex nextNamed(const std::function<bool(const Item&)>& fits, bool stepsOn) = 0;
+    /// Selects the item as a key without modifiers does.
+    virtual void goTo(const QModelIndex& index) = 0;
 
     /// To be called once, by the constructor, with the model of the derived control.
     void setItems(ItemModel& model);
@@ -64,6 +89,7 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
@@ -75,12 +101,19 @@ private:
     void raise(MouseSignal signal, const QMouseEvent& event, Qt::MouseButtons buttons);
     void wake();
     void scrollToTarget();
+    bool isMenuKey(const QKeyEvent& event) const;
+    void raiseMenuKey();
+    void describe();
+    void paintEmptyText();
     bool isCutShort(const QModelIndex& index) const;
 
     ItemModel* items_ = nullptr;
     Ref<Item> dropTarget_;
     Ref<Item> scrollTarget_; // to be brought into view when the control shows again
     QPixmap mouseIcon_;
+    NameOf nameOf_;
+    TypeAhead typeAhead_;
+    QString emptyText_;
     ClickDetector clicks_;
 };
 

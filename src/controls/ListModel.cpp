@@ -30,7 +30,8 @@ QVariant ListModel::data(const QModelIndex& index, int role) const {
     const ListItem* const item = itemOf(index);
     if (!item) return {};
     if (role == Qt::DisplayRole) return item->columnText(index.column());
-    return role == Qt::DecorationRole && index.column() > 0 ? QVariant() : appearance(*item, role);
+    const bool ofTheRow = role == Qt::DecorationRole || role == Qt::AccessibleTextRole;
+    return ofTheRow && index.column() > 0 ? QVariant() : appearance(*item, role);
 }
 
 QVariant ListModel::headerData(int section, Qt::Orientation orientation, int role) const {

@@ -32,21 +32,12 @@ void ListView::checkOwn(const Ref<ListItem>& item) const {
 void ListView::setSelectedItem(const Ref<ListItem>& item) {
     checkOwn(item);
     selectedItem_ = item;
+    selection_.setAnchor(item.get());
     if (awake()) selectionModel()->setCurrentIndex(model_.indexOf(item.get()), QItemSelectionModel::NoUpdate);
     if (item)
         select(*item, true);
     else if (!MultiSelect())
         clearSelected();
-}
-
-Long ListView::SelectedCount() const {
-    if (!awake())
-        return static_cast<Long>(
-            std::ranges::count_if(items_, [](const Ref<ListItem>& item) { return item->selected_; }));
-    Long count = 0;
-    for (const QItemSelectionRange& rows : selectionModel()->selection())
-        count += rows.height();
-    return count;
 }
 
 void ListView::deselectOthers(const Ref<ListItem>& item) {
@@ -87,9 +78,16 @@ void ListView::setTextOrder(TextOrder order) {
 
 void ListView::sort() {
     if (!sorted_) return;
-    if (awake()) model_.beginSort();
+    if (!awake()) {
+        items_.unsorted_ = true;
+        return;
+    }
+    // The items know what is selected; the view would carry every selected cell over.
+    selectionModel()->reset();
+    model_.beginSort();
     items_.unsorted_ = true; // only now: until here the rows stand as the views know them
-    if (awake()) model_.endSort();
+    model_.endSort();
+    restore();
 }
 
 void ListView::itemChosen(const QModelIndex& index) {
@@ -97,25 +95,105 @@ void ListView::itemChosen(const QModelIndex& index) {
     Q_EMIT ItemClick(item.get());
 }
 
+void ListView::pressedOn(const QModelIndex& index, const QMouseEvent& event) {
+    if (MultiSelect()) selection_.press(model_.itemOf(index), event);
+}
+
+void ListView::releasedOn(const QModelIndex& index, const QMouseEvent& event) {
+    if (MultiSelect()) selection_.release(model_.itemOf(index), event);
+}
+
+// Several rows are selected here, not by the view.
+QItemSelectionModel::SelectionFlags ListView::selectionCommand(const QModelIndex& index, const QEvent* event) const {
+    return MultiSelect() ? QItemSelectionModel::NoUpdate : ItemView::selectionCommand(index, event);
+}
+
+bool ListView::takesKey(const QKeyEvent& event) {
+    if (!MultiSelect() || event.modifiers() & (Qt::AltModifier | Qt::MetaModifier)) return false;
+    if (event.key() == Qt::Key_Space) {
+        if (selectedItem_) selection_.space(*selectedItem_, event.modifiers());
+        return true;
+    }
+    if (event.matches(QKeySequence::SelectAll)) {
+        selectAll();
+        Q_EMIT SelectionChanged();
+        return true;
+    }
+    const std::optional<CursorAction> action = walkOf(event.key());
+    if (!action) return false;
+    const QModelIndex target = moveCursor(*action, Qt::NoModifier);
+    if (target.isValid()) selection_.walk(*model_.itemOf(target), event.modifiers());
+    return true;
+}
+
+std::optional<QAbstractItemView::CursorAction> ListView::walkOf(int key) {
+    switch (key) {
+    case Qt::Key_Up: return MoveUp;
+    case Qt::Key_Down: return MoveDown;
+    case Qt::Key_Home: return MoveHome;
+    case Qt::Key_End: return MoveEnd;
+    case Qt::Key_PageUp: return MovePageUp;
+    case Qt::Key_PageDown: return MovePageDown;
+    default: return {};
+    }
+}
+
+// Once around, from the row with the focus.
+QModelIndex ListView::nextNamed(const std::function<bool(const Item&)>& fits, bool stepsOn) {
+    const Long count = items_.Count();
+    const auto rows = items_.begin();
+    const Long start = selectedItem_ ? selectedItem_->Index() - 1 + stepsOn : 0;
+    for (Long step = 0; step < count; ++step) {
+        const Ref<ListItem>& item = rows[(start + step) % count];
+        if (fits(*item)) return model_.indexOf(item.get());
+    }
+    return {};
+}
+
+void ListView::goTo(const QModelIndex& index) {
+    if (MultiSelect())
+        selection_.walk(*model_.itemOf(index), Qt::NoModifier);
+    else
+        setCurrentIndex(index);
+}
+
+// Rows in a sequence are one range: views look through all ranges for every cell.
 void ListView::restore() {
     QItemSelection rows;
+    Long first = 0;
+    Long row = 0;
     for (const Ref<ListItem>& item : items_) {
-        if (!item->selected_) continue;
-        const QModelIndex index = model_.indexOf(item.get());
-        rows.select(index, index);
+        ++row;
+        if (item->selected_ && first == 0) first = row;
+        if (!item->selected_ && first > 0) rows.append(rowsAt(std::exchange(first, 0), row - 1).first());
     }
-    selectionModel()->select(rows, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    if (first > 0) rows.append(rowsAt(first, row).first());
+    selectionModel()->select(rows, QItemSelectionModel::ClearAndSelect);
     selectionModel()->setCurrentIndex(model_.indexOf(selectedItem_.get()), QItemSelectionModel::NoUpdate);
 }
 
 void ListView::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
-    ItemView::selectionChanged(selected, deselected);
-    const auto mark = [this](const QItemSelection& rows, bool value) {
-        for (const QModelIndex& index : rows.indexes())
-            model_.itemOf(index)->selected_ = value;
+    markRows(deselected, false);
+    markRows(selected, true);
+    // The view itself would look at every single cell.
+    const auto headOf = [](const QItemSelection& rows) {
+        if (rows.isEmpty()) return rows;
+        const QItemSelectionRange& first = rows.first();
+        return QItemSelection(first.topLeft(), first.model()->index(first.top(), first.right()));
     };
-    mark(deselected, false);
-    mark(selected, true);
+    ItemView::selectionChanged(headOf(selected), headOf(deselected));
+    viewport()->update();
+}
+
+void ListView::markRows(const QItemSelection& rows, bool selected) {
+    const auto first = items_.begin();
+    for (const QItemSelectionRange& range : rows)
+        for (int row = range.top(); row <= range.bottom(); ++row)
+            mark(*first[row], selected);
+}
+
+void ListView::mark(ListItem& item, bool selected) {
+    if (std::exchange(item.selected_, selected) != selected) selectedCount_ += selected ? 1 : -1;
 }
 
 void ListView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
@@ -126,7 +204,7 @@ void ListView::currentChanged(const QModelIndex& current, const QModelIndex& pre
 void ListView::select(ListItem& item, bool selected) {
     if (!awake()) {
         if (selected && !MultiSelect()) clearSelected();
-        item.selected_ = selected;
+        mark(item, selected);
         return;
     }
     const auto command = !selected       ? QItemSelectionModel::Deselect
@@ -136,14 +214,36 @@ void ListView::select(ListItem& item, bool selected) {
 }
 
 void ListView::clearSelected() {
-    if (awake()) clearSelection();
-    for (const Ref<ListItem>& item : items_)
-        item->selected_ = false;
+    if (awake()) {
+        clearSelection();
+    } else {
+        for (const Ref<ListItem>& item : items_)
+            mark(*item, false);
+    }
+}
+
+QItemSelection ListView::rowsAt(Long from, Long to) const {
+    return {model_.index(from - 1, 0), model_.index(to - 1, columns_.Count() - 1)};
+}
+
+void ListView::selectRows(Long from, Long to, bool keepOthers) {
+    selectionModel()->select(rowsAt(from, to),
+                             keepOthers ? QItemSelectionModel::Select : QItemSelectionModel::ClearAndSelect);
+}
+
+void ListView::selectAll() {
+    if (MultiSelect() && awake() && items_.Count() > 0) selectRows(1, items_.Count(), false);
+}
+
+void ListView::focusRow(const ListItem& item) {
+    selectionModel()->setCurrentIndex(model_.indexOf(&item), QItemSelectionModel::NoUpdate);
 }
 
 // The neighbour takes the focus, but does not become selected.
-void ListView::aboutToRemove(const ListItem& item) {
+void ListView::aboutToRemove(ListItem& item) {
     forget([&item](const Item& each) { return &each == &item; });
+    selection_.forget(item);
+    mark(item, false);
     if (selectedItem_.get() != &item) return;
     const Long index = item.Index();
     const Long heir = index < items_.Count() ? index + 1 : index - 1;
@@ -153,7 +253,10 @@ void ListView::aboutToRemove(const ListItem& item) {
 
 void ListView::aboutToClear() {
     forget([](const Item&) { return true; });
+    selection_.setAnchor(nullptr);
+    selection_.forgetPress();
     selectedItem_.reset();
+    selectedCount_ = 0;
 }
 
 } // namespace mkl

@@ -3,6 +3,9 @@
 #include "controls/ItemView.h"
 #include "controls/ListItemCollection.h"
 #include "controls/ListModel.h"
+#include "controls/ListSelection.h"
+
+#include <optional>
 
 namespace mkl {
 
@@ -25,7 +28,7 @@ public:
     void setSelectedItem(const Ref<ListItem>& item);
 
     /// How many rows are selected.
-    Long SelectedCount() const;
+    Long SelectedCount() const { return selectedCount_; }
     /// Deselects every row but this one, which stays as it is.
     void deselectOthers(const Ref<ListItem>& item);
 
@@ -36,6 +39,7 @@ public:
     /// The row at that point, or none.
     Ref<ListItem> HitTest(Single x, Single y) const;
 
+    /// Whether the user can select several rows: ranges with Shift, single ones with Ctrl.
     bool MultiSelect() const { return selectionMode() == ExtendedSelection; }
     void setMultiSelect(bool multiSelect);
 
@@ -45,6 +49,11 @@ public:
     void setSorted(bool sorted);
     Long SortKey() const { return sortKey_; }
     void setSortKey(Long column);
+
+    /// Selects all rows if several can be selected.
+    void selectAll() override;
+    /// The press of the mouse has become a drag: its release does not select.
+    void forgetPress() { selection_.forgetPress(); }
 
     /// Gives the bytes by whose order texts sort; without it they sort by their folded case alone.
     using TextOrder = std::function<QByteArray(const QString&)>;
@@ -57,10 +66,19 @@ Q_SIGNALS:
     /// The user pressed a mouse button on a row or moved to it by key. Never raised by code.
     void ItemClick(mkl::ListItem* Item);
     void ColumnClick(mkl::ColumnHeader* ColumnHeader);
+    /// The user selected other rows without an ItemClick: at the release of a button, beside the rows, with the space
+    /// bar or Ctrl+A.
+    void SelectionChanged();
 
 protected:
     void itemChosen(const QModelIndex& index) override;
     void restore() override;
+    void pressedOn(const QModelIndex& index, const QMouseEvent& event) override;
+    void releasedOn(const QModelIndex& index, const QMouseEvent& event) override;
+    bool takesKey(const QKeyEvent& event) override;
+    QModelIndex nextNamed(const std::function<bool(const Item&)>& fits, bool stepsOn) override;
+    void goTo(const QModelIndex& index) override;
+    QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index, const QEvent* event) const override;
     void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
 
@@ -69,10 +87,17 @@ private:
     friend class ColumnHeaderCollection;
     friend class ListItem;
     friend class ListItemCollection;
+    friend class ListSelection;
 
     void select(ListItem& item, bool selected);
+    void selectRows(Long from, Long to, bool keepOthers);
     void clearSelected();
-    void aboutToRemove(const ListItem& item);
+    void focusRow(const ListItem& item);
+    void mark(ListItem& item, bool selected);
+    void markRows(const QItemSelection& rows, bool selected);
+    QItemSelection rowsAt(Long from, Long to) const;
+    static std::optional<CursorAction> walkOf(int key);
+    void aboutToRemove(ListItem& item);
     void aboutToClear();
     void sort();
     void checkOwn(const Ref<ListItem>& item) const;
@@ -81,6 +106,8 @@ private:
     ColumnHeaderCollection columns_;
     ListModel model_;
     Ref<ListItem> selectedItem_;
+    ListSelection selection_{*this};
+    Long selectedCount_ = 0;
     bool sorted_ = false;
     Long sortKey_ = 0;
     TextOrder textOrder_;

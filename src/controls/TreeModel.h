@@ -19,6 +19,8 @@ public:
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
     bool hasChildren(const QModelIndex& parent = {}) const override;
+    /// Nothing: the header is hidden, and its number would be read out.
+    QVariant headerData(int, Qt::Orientation, int) const override { return {}; }
     QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
 
     /// The node of an index, null for the invalid one.

@@ -47,6 +47,29 @@ void TreeView::itemChosen(const QModelIndex& index) {
     Q_EMIT NodeClick(node.get());
 }
 
+// Once around, from the selected node.
+QModelIndex TreeView::nextNamed(const std::function<bool(const Item&)>& fits, bool stepsOn) {
+    if (nodes_.Count() == 0) return {};
+    const Ref<Node> start = selected_ ? selected_ : nodes_.Item(1)->Root();
+    Ref<Node> node = selected_ && stepsOn ? nextInSight(start) : start;
+    do {
+        if (fits(*node)) return model_.indexOf(node.get());
+        node = nextInSight(node);
+    } while (node != start);
+    return fits(*start) ? model_.indexOf(start.get()) : QModelIndex();
+}
+
+Ref<Node> TreeView::nextInSight(const Ref<Node>& node) const {
+    if (node->Expanded() && node->Children() > 0) return node->Child();
+    for (Ref<Node> each = node; each; each = each->Parent())
+        if (const Ref<Node> next = each->Next()) return next;
+    return node->Root();
+}
+
+void TreeView::goTo(const QModelIndex& index) {
+    setCurrentIndex(index);
+}
+
 void TreeView::restore() {
     // The view keeps expanded nodes by index; the order does not matter while no layout has been made.
     for (const Ref<Node>& node : nodes_)

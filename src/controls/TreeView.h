@@ -42,6 +42,8 @@ Q_SIGNALS:
 protected:
     void itemChosen(const QModelIndex& index) override;
     void restore() override;
+    QModelIndex nextNamed(const std::function<bool(const Item&)>& fits, bool stepsOn) override;
+    void goTo(const QModelIndex& index) override;
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index, const QEvent* event) const override;
     void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
 
@@ -50,6 +52,7 @@ private:
     friend class NodeCollection;
 
     void checkOwn(const Ref<Node>& node) const;
+    Ref<Node> nextInSight(const Ref<Node>& node) const;
     void setNodeExpanded(Node& node, bool expanded);
     void expansionChanged(Node& node, bool expanded);
     void expandAncestors(const Node& node);
