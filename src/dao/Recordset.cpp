@@ -246,7 +246,10 @@ int Recordset::ordinal(QStringView name) const {
 }
 
 mkl::Variant Recordset::value(QStringView name) const {
-    return cursor().value(requiredOrdinal(name));
+    const Cursor& rows = cursor();
+    const int found = rows.columns().find(name);
+    if (found < 0) mkl::throwError(err::ItemNotFound, {name.toString()});
+    return rows.value(found);
 }
 
 mkl::Variant Recordset::value(int ordinal) const {

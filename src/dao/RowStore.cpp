@@ -49,10 +49,12 @@ const char* afterValue(const char* from) {
 
 } // namespace
 
-char* RowStore::room(qsizetype size) {
+inline char* RowStore::room(qsizetype size) {
     constexpr qsizetype markAndLength = 11;
-    size += markAndLength;
-    if (end_ - next_ >= size) return next_;
+    return end_ - next_ >= size + markAndLength ? next_ : nextBlock(size + markAndLength);
+}
+
+char* RowStore::nextBlock(qsizetype size) {
     const qsizetype begun = next_ - rowStart_; // a row lies in one block
     const qsizetype blockSize = std::max(nextBlockSize_, begun + size);
     blocks_.push_back(std::make_unique_for_overwrite<char[]>(static_cast<size_t>(blockSize)));
@@ -66,31 +68,33 @@ char* RowStore::room(qsizetype size) {
     return next_;
 }
 
-void RowStore::appendNumber(quint8 mark, const void* number, int size) {
-    char* to = room(size);
+template<class T>
+void RowStore::appendNumber(quint8 mark, T number) {
+    char* to = room(sizeof number);
     *to++ = static_cast<char>(mark);
-    if (size > 0) std::memcpy(to, number, static_cast<size_t>(size));
-    next_ = to + size;
+    std::memcpy(to, &number, sizeof number);
+    next_ = to + sizeof number;
 }
 
 void RowStore::appendNull() {
-    appendNumber(Null, nullptr, 0);
+    *room(0) = static_cast<char>(Null);
+    ++next_;
 }
 
 void RowStore::appendInteger(qint64 value) {
     const auto tryAs = [&]<class T>(quint8 mark, T narrow) {
         if (narrow != value) return false;
-        appendNumber(mark, &narrow, sizeof narrow);
+        appendNumber(mark, narrow);
         return true;
     };
     if (tryAs(Int8, static_cast<qint8>(value)) || tryAs(Int16, static_cast<qint16>(value)) ||
         tryAs(Int32, static_cast<qint32>(value)))
         return;
-    appendNumber(Int64, &value, sizeof value);
+    appendNumber(Int64, value);
 }
 
 void RowStore::appendReal(double value) {
-    appendNumber(Real, &value, sizeof value);
+    appendNumber(Real, value);
 }
 
 void RowStore::appendBytes(quint8 mark, QByteArrayView bytes) {

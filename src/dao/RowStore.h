@@ -39,8 +39,10 @@ public:
 private:
     const char* find(qsizetype row, int column) const;
     void appendBytes(quint8 mark, QByteArrayView bytes);
-    void appendNumber(quint8 mark, const void* number, int size);
+    template<class T>
+    void appendNumber(quint8 mark, T number);
     char* room(qsizetype size);
+    char* nextBlock(qsizetype size);
 
     std::vector<std::unique_ptr<char[]>> blocks_;
     std::vector<const char*> rows_;

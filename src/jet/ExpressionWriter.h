@@ -59,6 +59,7 @@ private:
     QByteArray forcedInside(QByteArray argument, const Expression& expression) const;
     QByteArray writeValue(const Expression& expression);
     QByteArray nativeCondition(const Expression& expression);
+    QByteArray columnLike(const Binary& like);
     QByteArray column(const Name& name);
     QByteArray call(const char* nativeName, std::initializer_list<const Expression*> operands);
     QByteArray call(const Call& call, ColumnType type);

@@ -69,7 +69,8 @@ TEST(Compiler, MixedTypesGoThroughFunctions) {
     EXPECT_EQ(criterion(u"any<5"), "mkl_less(any, ?1) is true");
     EXPECT_EQ(criterion(u"any In (5,'a')"), "(mkl_equal(any, ?1) is true OR mkl_equal(any, ?2) is true)");
     EXPECT_EQ(criterion(u"lng+1 Between 1 And 2"), "mkl_between(mkl_add(lng, ?1), ?2, ?3) is true");
-    EXPECT_EQ(criterion(u"txt Like 'a*'"), "mkl_like(txt, ?1) is true");
+    EXPECT_EQ(criterion(u"txt Like 'a*'"),
+              "(CASE WHEN ?1 = '*' THEN txt IS NOT NULL OR NULL ELSE mkl_like(txt, ?1) is true END)");
     EXPECT_EQ(criterion(u"txt"), "mkl_truth(txt) is true");
     EXPECT_EQ(criterion(u"dat & cur"), "mkl_truth(mkl_concat(date:dat, currency:cur)) is true");
     EXPECT_EQ(criterion(u"lng=1 Xor yn"), "mkl_xor(yesno(lng = ?1), yn) is true");
