@@ -19,6 +19,9 @@ public:
     /// The index of an item's first column; invalid while the model sleeps and for an item without a place in it.
     virtual QModelIndex indexOf(const Item* item) const = 0;
 
+    /// The item of a valid index.
+    virtual const Item& itemAt(const QModelIndex& index) const = 0;
+
     /// The pictures of the items; not owned.
     void setImageList(const ImageList* images);
     /// The item that is drawn as the target of a drop, or null.

@@ -44,18 +44,33 @@ void ItemView::wake() {
     if (!items_ || awake()) return;
     items_->wake();
     restore();
-    scrollToTarget();
+    scrollToTargets();
 }
 
 void ItemView::scrollToItem(Item& item) {
     scrollTarget_ = &item;
-    if (isVisible()) scrollToTarget();
+    if (isVisible()) scrollToTargets();
 }
 
-void ItemView::scrollToTarget() {
-    const QModelIndex index = items_->indexOf(scrollTarget_.get());
-    scrollTarget_.reset();
+void ItemView::setTopItem(Item& item) {
+    topTarget_ = &item;
+    if (isVisible()) scrollToTargets();
+}
+
+void ItemView::scrollToTargets() {
+    const QModelIndex top = items_->indexOf(std::exchange(topTarget_, nullptr).get());
+    const QModelIndex index = items_->indexOf(std::exchange(scrollTarget_, nullptr).get());
+    if (top.isValid()) scrollTo(top, PositionAtTop);
     if (index.isValid()) scrollTo(index);
+}
+
+QStringList ItemView::keysInSight() const {
+    QStringList keys;
+    if (!awake()) return keys;
+    QModelIndex index = indexAt(QPoint(0, 0));
+    for (; index.isValid() && visualRect(index).top() < viewport()->height(); index = indexBelow(index))
+        keys.append(items_->itemAt(index).Key());
+    return keys;
 }
 
 void ItemView::setPictures(const ImageList* images) {
@@ -69,6 +84,7 @@ void ItemView::setDropTarget(const Ref<Item>& item) {
 
 void ItemView::forget(const std::function<bool(const Item&)>& goes) {
     if (dropTarget_ && goes(*dropTarget_)) setDropTarget(nullptr);
+    if (topTarget_ && goes(*topTarget_)) topTarget_.reset();
     if (scrollTarget_ && goes(*scrollTarget_)) scrollTarget_.reset();
 }
 
@@ -191,6 +207,7 @@ void ItemView::focusInEvent(QFocusEvent* event) {
 void ItemView::showEvent(QShowEvent* event) {
     items_->setWatched(true);
     wake();
+    scrollToTargets();
     QTreeView::showEvent(event);
 }
 

@@ -41,6 +41,11 @@ public:
 
     /// Brings the item into view, at once or when the control shows again.
     void scrollToItem(Item& item);
+    /// Keys of the items in sight, from the top down.
+    QStringList keysInSight() const;
+    /// Scrolls until the item is the topmost one in sight, as far as there are items behind it; at once or when the
+    /// control shows again, and then before it brings another one into view.
+    void setTopItem(Item& item);
 
 Q_SIGNALS:
     void Click();
@@ -100,7 +105,7 @@ private:
     using MouseSignal = void (ItemView::*)(Integer&, Integer&, Single&, Single&);
     void raise(MouseSignal signal, const QMouseEvent& event, Qt::MouseButtons buttons);
     void wake();
-    void scrollToTarget();
+    void scrollToTargets();
     bool isMenuKey(const QKeyEvent& event) const;
     void raiseMenuKey();
     void describe();
@@ -109,7 +114,8 @@ private:
 
     ItemModel* items_ = nullptr;
     Ref<Item> dropTarget_;
-    Ref<Item> scrollTarget_; // to be brought into view when the control shows again
+    Ref<Item> topTarget_;    // to be scrolled to when the control shows again: first this one to the top,
+    Ref<Item> scrollTarget_; // then that one into view
     QPixmap mouseIcon_;
     NameOf nameOf_;
     TypeAhead typeAhead_;

@@ -25,6 +25,7 @@ public:
     /// The row of an index, null for the invalid one.
     ListItem* itemOf(const QModelIndex& index) const;
     QModelIndex indexOf(const Item* item) const override;
+    const Item& itemAt(const QModelIndex& index) const override { return *itemOf(index); }
 
     /// Before the changes of rows, around and behind those of columns.
     void beginInsert(int row);

@@ -26,6 +26,7 @@ public:
     /// The node of an index, null for the invalid one.
     Node* nodeOf(const QModelIndex& index) const;
     QModelIndex indexOf(const Item* item) const override;
+    const Item& itemAt(const QModelIndex& index) const override { return *nodeOf(index); }
 
     /// Before the changes of the forest.
     void beginInsert(const Node& parent, size_t row);

@@ -198,6 +198,45 @@ TEST_F(TreeFixture, TheMenuKeyBringsTheRowIntoView) {
     EXPECT_EQ(tree.HitTest(300, place)->Key(), u"199"_s);
 }
 
+TEST_F(TreeFixture, ScrolledToTheTop) {
+    EXPECT_EQ(tree.keysInSight(), QStringList());
+    for (int number = 0; number < 200; ++number)
+        add({}, QString::number(number));
+    add(u"40"_s, u"40a"_s);
+    show();
+    EXPECT_EQ(tree.keysInSight().first(2), (QStringList{u"0"_s, u"1"_s}));
+    node(u"40"_s)->setExpanded(true);
+    tree.setTopItem(*node(u"40"_s));
+    EXPECT_EQ(tree.keysInSight().first(3), (QStringList{u"40"_s, u"40a"_s, u"41"_s}));
+    const qsizetype rows = tree.keysInSight().size();
+    EXPECT_GT(rows, 5);
+    EXPECT_LT(rows, 60);
+    tree.setTopItem(*node(u"199"_s)); // nothing stands behind it
+    EXPECT_EQ(tree.keysInSight().last(), u"199"_s);
+}
+
+TEST_F(TreeFixture, ScrolledToTheTopWhenItShowsLater) {
+    for (int number = 0; number < 200; ++number)
+        add({}, QString::number(number));
+    tree.setTopItem(*node(u"40"_s));
+    show();
+    EXPECT_EQ(tree.keysInSight().first(), u"40"_s);
+    tree.hide(); // and without any change of the nodes
+    tree.setTopItem(*node(u"90"_s));
+    show();
+    EXPECT_EQ(tree.keysInSight().first(), u"90"_s);
+    tree.hide(); // what is to be in view comes after
+    node(u"50"_s)->EnsureVisible();
+    tree.setTopItem(*node(u"120"_s));
+    show();
+    EXPECT_EQ(tree.keysInSight().first(), u"50"_s);
+    tree.hide();
+    tree.setTopItem(*node(u"120"_s));
+    tree.Nodes().Clear();
+    show();
+    EXPECT_EQ(tree.keysInSight(), QStringList());
+}
+
 TEST_F(TreeFixture, TheMenuKeyOfAnEmptyControl) {
     show();
     QStringList places;
