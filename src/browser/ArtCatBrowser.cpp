@@ -46,10 +46,14 @@ void ArtCatBrowser::ReadProperties(const PropertyBag& bag) {
     d_->paneLayout->ApplyVisibility();
 }
 
-void ArtCatBrowser::KeyDown(Integer& KeyCode, Integer&) {
-    if (!d_->state.HelpEvent || KeyCode != helpKey) return;
-    KeyCode = 0;
-    Q_EMIT Help();
+void ArtCatBrowser::KeyDown(Integer& KeyCode, Integer& Shift) {
+    if (KeyCode == helpKey && d_->state.HelpEvent) {
+        KeyCode = 0;
+        Q_EMIT Help();
+        return;
+    }
+    const auto hub = d_;
+    if (hub->keyCommands->run(KeyCode, Shift)) KeyCode = 0;
 }
 
 acbPanes ArtCatBrowser::ActivePane() const {
@@ -277,6 +281,22 @@ void ArtCatBrowser::RefreshPane(acbPanes Pane) {
 // There is no editor for positions yet: every call ends as a cancelled one.
 Long ArtCatBrowser::PositionEditor(Long, Long) {
     return 0;
+}
+
+bool ArtCatBrowser::editKeys() const {
+    return d_->state.editKeys;
+}
+
+void ArtCatBrowser::setEditKeys(bool editKeys) {
+    d_->state.editKeys = editKeys;
+}
+
+bool ArtCatBrowser::keepsView() const {
+    return d_->state.keepsView;
+}
+
+void ArtCatBrowser::setKeepsView(bool keepsView) {
+    d_->state.keepsView = keepsView;
 }
 
 void ArtCatBrowser::ResizeControl() {

@@ -44,6 +44,9 @@ class ArtCatBrowser : public UserControl {
     Q_PROPERTY(bool ShowStatusBar READ ShowStatusBar WRITE setShowStatusBar)
     Q_PROPERTY(mkl::TreeView* CategoryTreeView READ CategoryTreeView STORED false DESIGNABLE false)
     Q_PROPERTY(QString WorkgroupFilter READ WorkgroupFilter WRITE setWorkgroupFilter STORED false DESIGNABLE false)
+    // Beyond what catalogue hosts know.
+    Q_PROPERTY(bool editKeys READ editKeys WRITE setEditKeys STORED false DESIGNABLE false)
+    Q_PROPERTY(bool keepsView READ keepsView WRITE setKeepsView STORED false DESIGNABLE false)
 
 public:
     explicit ArtCatBrowser(QWidget* parent = nullptr);
@@ -139,6 +142,16 @@ public:
     Q_INVOKABLE mkl::Long PositionEditor(mkl::Long lValue = 0, mkl::Long lMaxPos = 0);
 
     void ReadProperties(const PropertyBag& bag) override;
+
+    /// Whether keys edit: Ctrl+E turns the selected articles active or inactive, where the context menu offers it. Off
+    /// unless set. Other keys always work: F6 and Shift+F6 go to the next and the previous pane, F5 reads the pane
+    /// again, Alt+Return raises MenuPropertiesClick where the context menu offers it. \since 0.1
+    bool editKeys() const;
+    void setEditKeys(bool editKeys);
+    /// Whether a pane that the control reads again shows what the user had expanded and scrolled to, where the rows
+    /// still exist; what gets selected comes into view all the same. Off unless set. \since 0.1
+    bool keepsView() const;
+    void setKeepsView(bool keepsView);
 
 Q_SIGNALS:
     /// Another article or category is selected. NewID is its key.

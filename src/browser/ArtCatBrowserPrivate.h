@@ -6,6 +6,7 @@
 #include "browser/BrowserUi.h"
 #include "browser/CategoryTree.h"
 #include "browser/HelpSettings.h"
+#include "browser/KeyCommands.h"
 #include "browser/PaneLayout.h"
 #include "browser/PaneStatus.h"
 #include "browser/Population.h"
@@ -48,6 +49,7 @@ public:
     const std::unique_ptr<ArticlePanes> articlePanes;
     const std::unique_ptr<CategoryTree> categoryTree;
     const std::unique_ptr<HelpSettings> helpSettings;
+    const std::unique_ptr<KeyCommands> keyCommands;
     const std::unique_ptr<PaneLayout> paneLayout;
     const std::unique_ptr<PaneStatus> paneStatus;
     const std::unique_ptr<Population> population;

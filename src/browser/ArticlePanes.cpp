@@ -4,6 +4,7 @@
 #include "browser/ArtCatBrowser.h"
 #include "browser/ArtCatBrowserPrivate.h"
 #include "browser/ArticleRow.h"
+#include "browser/KeptView.h"
 #include "browser/NodeText.h"
 #include "controls/Extender.h"
 #include "controls/Screen.h"
@@ -39,6 +40,8 @@ void ArticlePanes::fillList(Long categoryKey) {
     ListView& list = *hub_.ui.LV;
     // 2.
     screen().setMousePointer(vbHourglass);
+    const KeptView kept(hub_, list);
+    const bool sameCategory = std::exchange(hub_.state.listCategory, categoryKey) == categoryKey;
     list.setVisible(false);
     // 3.
     if (list.ListItems().Count() > 0) list.ListItems().Clear();
@@ -57,6 +60,7 @@ void ArticlePanes::fillList(Long categoryKey) {
     }
     // 6.
     sortByFirstColumn(list);
+    if (sameCategory) kept.restore(list);
 }
 
 // 7.

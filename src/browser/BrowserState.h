@@ -46,6 +46,10 @@ struct BrowserState {
     bool HelpEvent = false;
     bool Edited = false;
 
+    bool keepsView = false; ///< extras of ours, off unless the host wants them
+    bool editKeys = false;
+    Long listCategory = 0; ///< whose articles the list pane shows
+
     Long treeReads = 0;  ///< how many reads of the tree have begun: a read that is no longer the last one gives up
     bool closed = false; ///< the control has gone; whoever served the message queue must look here
 };

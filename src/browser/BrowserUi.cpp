@@ -1,6 +1,7 @@
 #include "browser/BrowserUi.h"
 
 #include "base/Texts.h"
+#include "browser/NodeText.h"
 #include "browser/PaneGeometry.h"
 #include "controls/CatalogueImages.h"
 #include "controls/Extender.h"
@@ -53,6 +54,9 @@ BrowserUi::BrowserUi(UserControl& face)
         splitter->setCursor(Qt::SizeHorCursor);
     }
     TV->setImageList(iLVArt);
+    TV->setNameOf([](const Item& node) { return NameFromNodeText(node.Text()); });
+    LVArt->setNameOf([](const Item& row) { return static_cast<const ListItem&>(row).SubItems(1); });
+    LV->setNameOf([](const Item& row) { return static_cast<const ListItem&>(row).SubItems(2); });
     for (ListView* list : {LVArt, LV}) {
         list->setMultiSelect(true);
         list->setSmallIcons(iLVArt);
@@ -61,6 +65,12 @@ BrowserUi::BrowserUi(UserControl& face)
     for (QFrame* framed : std::initializer_list<QFrame*>{LVArt, TV, LV, SB})
         mdlGraphics::SetFlatEdge(framed);
     SB->resize(SB->sizeHint());
+}
+
+void BrowserUi::showHints() const {
+    LVArt->setEmptyText(text(TextId::BrowserEmptyPool));
+    TV->setEmptyText(text(TextId::BrowserEmptyTree));
+    LV->setEmptyText(text(TextId::BrowserEmptyList));
 }
 
 void BrowserUi::addColumns(const UserControl& face) {

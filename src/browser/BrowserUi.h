@@ -18,6 +18,9 @@ class UserControl;
 struct BrowserUi {
     explicit BrowserUi(UserControl& face);
 
+    /// From now on an empty pane says what to do.
+    void showHints() const;
+
     ImageList* const iLVArt; ///< icons of all panes
     ListView* const LVArt;   ///< pool
     PictureBox* const picSplitterArt;

@@ -49,6 +49,7 @@ void ArtCatBrowserPrivate::connectEvents() {
        [this](ColumnHeader& column) { articlePanes->sortBy(*ui.LV, column.Index()); });
     on(ui.LVArt, &ListView::ItemClick, u"LVArt_ItemClick"_s,
        [this](ListItem& item) { selection->PoolItemClick(item); });
+    on(ui.LVArt, &ListView::SelectionChanged, u"LVArt_SelectionChanged"_s, [this] { paneStatus->ShowPoolStatus(-1); });
     on(ui.LVArt, &ListView::ColumnClick, u"LVArt_ColumnClick"_s,
        [this](ColumnHeader& column) { articlePanes->sortBy(*ui.LVArt, column.Index()); });
     QObject::connect(ui.SB, &StatusBar::Click, &face, &ArtCatBrowser::Click);

@@ -3,6 +3,7 @@
 #include "base/Texts.h"
 #include "browser/ArtCatBrowserPrivate.h"
 #include "browser/FolderImages.h"
+#include "browser/KeptView.h"
 #include "browser/NodeText.h"
 #include "browser/TreeRead.h"
 #include "controls/Asker.h"
@@ -27,6 +28,7 @@ Long CategoryTree::X_PopulateTV(bool ShowStatus) {
 Long CategoryTree::readTree(bool showStatus) {
     // 1.
     screen().setMousePointer(vbHourglass);
+    const KeptView kept(hub_, *hub_.ui.TV);
     // 2.
     if (showStatus && !hub_.progressDisplay->ShowProgress(text(TextId::BrowserReadingCategories))) return 0;
     // 3.
@@ -44,6 +46,7 @@ Long CategoryTree::readTree(bool showStatus) {
         // 6.
         if (!read.run(*roots)) return 0;
     }
+    kept.restore(*hub_.ui.TV);
     // 7.
     if (nodes.Count() > 0 && !selectKeptNode(read)) return 0;
     // 8.

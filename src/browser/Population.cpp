@@ -34,6 +34,7 @@ Long Population::populate() {
     state.ArtKatTable->setIndex(u"ArtKatID"_s);
     // 3., 4.
     state.ArticleNumberPattern = numberPattern(Article_MaxNo());
+    hub_.ui.showHints();
     // 5.
     hub_.articlePanes->AdjustColumnWidths();
     // 6.

@@ -1,0 +1,125 @@
+#include "browser/KeyCommands.h"
+
+#include "browser/ArtCatBrowser.h"
+#include "browser/ArtCatBrowserPrivate.h"
+#include "browser/ArticleRow.h"
+#include "controls/Extender.h"
+
+#include <algorithm>
+#include <array>
+#include <vector>
+
+namespace mkl {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+enum Keys : Integer { keyReturn = 13, keyE = 'E', keyF5 = 116, keyF6 = 117 };
+enum Shifts : Integer { none = 0, shiftKey = 1, ctrlKey = 2, altKey = 4 };
+
+// From left to right.
+constexpr std::array panes{acbPaneArticlePool, acbPaneCategoryTree, acbPaneArticleList};
+
+std::vector<Ref<ListItem>> selectedRows(const ListView& list) {
+    std::vector<Ref<ListItem>> rows;
+    for (const Ref<ListItem>& item : list.ListItems())
+        if (item->Selected()) rows.push_back(item);
+    return rows;
+}
+
+} // namespace
+
+bool KeyCommands::run(Integer KeyCode, Integer Shift) {
+    if (!hub_.face.UserMode()) return false;
+    for (const acbPanes pane : panes)
+        if (viewOf(pane).hasFocus()) return runOn(pane, KeyCode, Shift);
+    return false;
+}
+
+bool KeyCommands::runOn(acbPanes pane, Integer keyCode, Integer shift) {
+    bool done = false;
+    hub_.errorFrame.boundary(u"KeyDown"_s, [&] {
+        if (keyCode == keyF6 && (shift == none || shift == shiftKey)) done = goToPane(pane, shift == none ? 1 : -1);
+        if (keyCode == keyF5 && shift == none) done = refresh(pane);
+        if (keyCode == keyReturn && shift == altKey) done = showProperties(pane);
+        if (keyCode == keyE && shift == ctrlKey && hub_.state.editKeys) done = activate(pane);
+    });
+    return done;
+}
+
+bool KeyCommands::goToPane(acbPanes from, int step) {
+    const int count = static_cast<int>(panes.size());
+    int place = from == acbPaneArticlePool ? 0 : from == acbPaneCategoryTree ? 1 : 2;
+    for (int steps = 1; steps < count; ++steps) {
+        place = (place + step + count) % count;
+        ItemView& view = viewOf(panes[static_cast<size_t>(place)]);
+        if (!Visible(view)) continue;
+        view.setFocus(step > 0 ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+        return true;
+    }
+    return false;
+}
+
+// A read hides panes, and a hidden one loses the focus.
+bool KeyCommands::refresh(acbPanes pane) {
+    if (!hub_.state.ArtKatTable) return false;
+    hub_.rowRefresh->RefreshPane(pane);
+    if (!hub_.state.closed) viewOf(pane).setFocus();
+    return true;
+}
+
+bool KeyCommands::showProperties(acbPanes pane) {
+    if (!offers(pane, acbMenuProperties)) return false;
+    if (pane == acbPaneCategoryTree) {
+        const Ref<Node> node = hub_.ui.TV->SelectedItem();
+        if (node) Q_EMIT hub_.face.MenuPropertiesClick(node->Tag().toLong(), pane);
+        return true;
+    }
+    const bool isPool = pane == acbPaneArticlePool;
+    const ListView& list = isPool ? *hub_.ui.LVArt : *hub_.ui.LV;
+    const Ref<ListItem> item = list.SelectedItem();
+    const bool isOffered = isPool ? list.SelectedCount() == 1 : list.SelectedCount() <= 1;
+    if (item && isOffered)
+        Q_EMIT hub_.face.MenuPropertiesClick(isPool ? item->Tag().toLong() : articleOfListRow(*item), pane);
+    return true;
+}
+
+bool KeyCommands::activate(acbPanes pane) {
+    if (pane == acbPaneCategoryTree || !offers(pane, acbMenuActivate)) return false;
+    return pane == acbPaneArticlePool ? activatePoolArticle() : activateListArticles();
+}
+
+bool KeyCommands::activatePoolArticle() {
+    const ListView& pool = *hub_.ui.LVArt;
+    const Ref<ListItem> item = pool.SelectedItem();
+    if (item && pool.SelectedCount() == 1)
+        hub_.articleActivation->LVActivate(item->Tag().toLong(), acbPaneArticlePool, !isActiveIcon(item->SmallIcon()));
+    return true;
+}
+
+// As long as one of them is inactive they become active.
+bool KeyCommands::activateListArticles() {
+    const std::vector<Ref<ListItem>> rows = selectedRows(*hub_.ui.LV);
+    const bool active = !std::ranges::all_of(rows, [](const auto& row) { return isActiveIcon(row->SmallIcon()); });
+    for (const Ref<ListItem>& row : rows) {
+        const Long article = articleOfListRow(*row);
+        if (article > 0 && !hub_.state.closed) hub_.articleActivation->LVActivate(article, acbPaneArticleList, active);
+    }
+    return true;
+}
+
+bool KeyCommands::offers(acbPanes pane, acbMenus entry) const {
+    const acbMenus shown = hub_.state.ShowMenu[static_cast<size_t>(pane)];
+    return !(shown & acbMenuNone) && (shown & entry);
+}
+
+ItemView& KeyCommands::viewOf(acbPanes pane) const {
+    switch (pane) {
+    case acbPaneArticleList: return *hub_.ui.LV;
+    case acbPaneCategoryTree: return *hub_.ui.TV;
+    default: return *hub_.ui.LVArt;
+    }
+}
+
+} // namespace mkl
