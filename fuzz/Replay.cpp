@@ -72,8 +72,16 @@ QByteArrayList dictionary(const QString& path) {
     return words;
 }
 
-// A file of a folder is one input. A file by itself is a list: each line is one, and what stands behind its tab, and
-// what stands behind its WHERE.
+// The statement or criterion in a line of tests/corpus; the lines of expectations have none.
+QByteArray statementIn(const QByteArray& line, bool marked) {
+    if (!marked) return line.mid(line.indexOf('\t') + 1);
+    for (const char* mark : {"? ", "! ", "~ ", "in ", "find ", "after "})
+        if (line.startsWith(mark)) return line.mid(static_cast<qsizetype>(qstrlen(mark)));
+    return {};
+}
+
+// A file of a folder is one input. A file by itself is a list: the statement of each line, and what stands behind its
+// WHERE.
 QByteArrayList inputs(const QString& path) {
     if (QFileInfo(path).isDir()) {
         QByteArrayList list;
@@ -83,7 +91,8 @@ QByteArrayList inputs(const QString& path) {
     }
     QByteArrayList list;
     for (const QByteArray& line : contentOf(path).split('\n')) {
-        const QByteArray statement = line.mid(line.indexOf('\t') + 1);
+        const QByteArray statement = statementIn(line, path.endsWith(QStringLiteral(".sqltest")));
+        if (statement.isEmpty()) continue;
         list.append(statement);
         const qsizetype where = statement.indexOf("WHERE ");
         if (where >= 0) list.append(statement.mid(where + 6));

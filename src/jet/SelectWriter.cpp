@@ -99,7 +99,17 @@ QByteArrayList SelectWriter::outputs(const BoundSelect& whole, bool collated) {
     return written;
 }
 
-QByteArray SelectWriter::rows(const QByteArrayList& outputs, const QByteArrayList& names) {
+// Engines see that all rows are one group by an aggregate among the outputs only, not by one in HAVING.
+QByteArrayList SelectWriter::showingGroup(QByteArrayList outputs) const {
+    const bool shown = !select_.groupBy.empty() || std::ranges::any_of(select_.outputs, [](const BoundOutput& output) {
+        return output.expression->hasAggregate;
+    });
+    if (select_.isAggregated && !shown) outputs.front() = "CASE WHEN count(*) >= 0 THEN " + outputs.front() + " END";
+    return outputs;
+}
+
+QByteArray SelectWriter::rows(const QByteArrayList& values, const QByteArrayList& names) {
+    const QByteArrayList outputs = showingGroup(values);
     if (select_.top && (select_.top->percent || !select_.orderBy.empty())) return ranked(outputs, names);
     QByteArray native = body(named(outputs, names));
     if (select_.top) return native + " LIMIT " + QByteArray::number(select_.top->count.value.toLong());

@@ -23,6 +23,7 @@ public:
     QByteArray rows(const QByteArrayList& outputs, const QByteArrayList& names = {});
 
 private:
+    QByteArrayList showingGroup(QByteArrayList outputs) const;
     QByteArray query(const QByteArrayList& names);
     QByteArray compound(const QByteArrayList& names);
     QByteArray part(const BoundSelect& whole, bool collated, const QByteArrayList& names);
