@@ -1,5 +1,7 @@
 #include "controls/ListView.h"
 
+#include "controls/RowDelegate.h"
+
 #include <QHeaderView>
 
 namespace mkl {
@@ -12,6 +14,7 @@ ListView::ListView(QWidget* parent)
     setRootIsDecorated(false);
     setItemsExpandable(false);
     setAllColumnsShowFocus(true);
+    setItemDelegate(new RowDelegate(this));
     setItems(model_);
     header()->setStretchLastSection(false);
     header()->setSectionsMovable(false);
