@@ -2,6 +2,7 @@
 
 #include "controls/ItemModel.h"
 #include "controls/MouseArguments.h"
+#include "controls/RowDelegate.h"
 
 #include <QContextMenuEvent>
 #include <QHelpEvent>
@@ -16,6 +17,7 @@ ItemView::ItemView(QWidget* parent)
     : QTreeView(parent) {
     setUniformRowHeights(true);
     setEditTriggers(NoEditTriggers);
+    setItemDelegate(new ItemDelegate(this));
     viewport()->setMouseTracking(true);
     connect(this, &QAbstractItemView::pressed, this, &ItemView::itemChosen);
 }
@@ -221,6 +223,28 @@ void ItemView::paintEvent(QPaintEvent* event) {
     wake();
     QTreeView::paintEvent(event);
     if (!emptyText_.isEmpty() && model()->rowCount() == 0) paintEmptyText();
+}
+
+// A thin frame: what some styles draw over the item makes it look selected, and its text pale.
+void ItemView::drawRow(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
+    QTreeView::drawRow(painter, option, index);
+    if (!hasFocus() || !index.isValid() || index != currentIndex().siblingAtColumn(0)) return;
+    const bool isSelected = selectionModel()->isSelected(index);
+    painter->save();
+    painter->setPen({palette().color(isSelected ? QPalette::HighlightedText : QPalette::Text), 1, Qt::DotLine});
+    painter->setBrush(Qt::NoBrush);
+    painter->drawRect(rowRect(index).adjusted(0, 0, -1, -1));
+    painter->restore();
+}
+
+QRect ItemView::rowRect(const QModelIndex& index) const {
+    return visualRect(index) | visualRect(index.siblingAtColumn(model()->columnCount() - 1));
+}
+
+void ItemView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+    QTreeView::currentChanged(current, previous);
+    for (const QModelIndex& index : {current, previous})
+        if (index.isValid()) viewport()->update(rowRect(index.siblingAtColumn(0)));
 }
 
 bool ItemView::viewportEvent(QEvent* event) {

@@ -99,6 +99,8 @@ protected:
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    void drawRow(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+    void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
     bool viewportEvent(QEvent* event) override;
 
 private:
@@ -110,6 +112,7 @@ private:
     void raiseMenuKey();
     void describe();
     void paintEmptyText();
+    QRect rowRect(const QModelIndex& index) const;
     bool isCutShort(const QModelIndex& index) const;
 
     ItemModel* items_ = nullptr;

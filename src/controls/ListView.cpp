@@ -13,7 +13,6 @@ ListView::ListView(QWidget* parent)
     , model_(items_, columns_) {
     setRootIsDecorated(false);
     setItemsExpandable(false);
-    setAllColumnsShowFocus(true);
     setItemDelegate(new RowDelegate(this));
     setItems(model_);
     header()->setStretchLastSection(false);

@@ -49,10 +49,15 @@ void paintContents(QPainter& painter, const QStyleOptionViewItem& cell, const QI
 
 } // namespace
 
+void ItemDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
+    QStyledItemDelegate::initStyleOption(option, index);
+    option->state.setFlag(QStyle::State_HasFocus, false);
+}
+
 void RowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
     QStyleOptionViewItem cell = option;
     initStyleOption(&cell, index);
-    if (cell.icon.isNull()) return QStyledItemDelegate::paint(painter, option, index);
+    if (cell.icon.isNull()) return ItemDelegate::paint(painter, option, index);
     const QIcon picture = std::exchange(cell.icon, {});
     const QString text = std::exchange(cell.text, {});
     styleOf(cell).drawControl(QStyle::CE_ItemViewItem, &cell, painter, cell.widget); // what lies behind
@@ -60,7 +65,7 @@ void RowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, c
 }
 
 QSize RowDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {
-    const QSize hint = QStyledItemDelegate::sizeHint(option, index);
+    const QSize hint = ItemDelegate::sizeHint(option, index);
     QStyleOptionViewItem cell = option;
     initStyleOption(&cell, index);
     if (cell.icon.isNull()) return hint;

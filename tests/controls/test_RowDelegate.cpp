@@ -93,6 +93,25 @@ TEST_F(RowDelegateTest, aSelectedRowHasTheColoursOfTheSelection) {
     EXPECT_FALSE(showsGreen());
 }
 
+// A frame of the focus over a row's cells would make it look selected.
+TEST_F(RowDelegateTest, theFocusIsAThinFrameAroundTheRow) {
+    list.setMultiSelect(true);
+    show(u"04711"_s, 1500);
+    list.activateWindow();
+    QApplication::processEvents();
+    list.clearFocus();
+    const QRect row = cell(0) | cell(1);
+    const QImage without = picture(row);
+    list.setFocus(Qt::TabFocusReason);
+    QApplication::processEvents();
+    ASSERT_TRUE(list.hasFocus());
+    ASSERT_EQ(list.currentIndex().row(), 0);
+    const QImage with = picture(row);
+    EXPECT_NE(with, without);
+    const QRect inside = QRect(QPoint(), row.size()).adjusted(1, 1, -1, -1);
+    EXPECT_EQ(with.copy(inside), without.copy(inside));
+}
+
 TEST_F(RowDelegateTest, rowsWithoutAPictureAreTheToolkits) {
     show(u"04711"_s, 1500);
     const QSize withPicture = list.sizeHintForIndex(list.model()->index(0, 0));
