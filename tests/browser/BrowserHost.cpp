@@ -19,6 +19,10 @@ void BrowserHost::makeBrowser() {
     browser->resize(900, 500);
     browser->setBackend(catalogue.database());
     browser->setWorkspace(catalogue.workspace());
+    if (qEnvironmentVariableIsSet("MKL_TEST_EXTRAS")) {
+        browser->setEditKeys(true);
+        browser->setKeepsView(true);
+    }
     events.record(browser.get(), &ArtCatBrowser::ItemSelected, u"ItemSelected"_s);
     events.record(browser.get(), &ArtCatBrowser::ItemClick, u"ItemClick"_s);
 }

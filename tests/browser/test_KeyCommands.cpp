@@ -173,7 +173,8 @@ TEST_F(KeyCommandsTest, propertiesAreOfOneRowAndWhereTheMenuOffersThem) {
 }
 
 TEST_F(KeyCommandsTest, editKeysAreOffUnlessSet) {
-    EXPECT_FALSE(browser->editKeys());
+    EXPECT_FALSE(ArtCatBrowser().editKeys());
+    browser->setEditKeys(false);
     select(pool(), {1});
     key(Qt::Key_E, Qt::ControlModifier);
     EXPECT_TRUE(isActive(7));

@@ -39,6 +39,7 @@ TEST_F(ForestRead, aNodeKnowsItsCategory) {
 }
 
 TEST_F(ForestRead, allNodesStartCollapsed) {
+    browser->setKeepsView(false);
     browser->Populate();
     node(41)->setExpanded(true);
     browser->Populate();
