@@ -1,4 +1,6 @@
 // The menus of the program's window.
+#include "apps/artikelkatalog/EventPanel.h"
+#include "apps/artikelkatalog/FilterPanel.h"
 #include "apps/artikelkatalog/MainWindow.h"
 #include "base/Texts.h"
 #include "browser/ArtCatBrowser.h"
@@ -6,6 +8,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QDockWidget>
 #include <QMenu>
 #include <QMenuBar>
 
@@ -15,8 +18,8 @@ namespace mkl {
 
 namespace {
 
-QAction* addEntry(QMenu& menu, const QString& name, TextId caption, const QKeySequence& keys = {}) {
-    auto* entry = menu.addAction(text(caption));
+QAction* addEntry(QMenu& menu, const QString& name, const QString& caption, const QKeySequence& keys = {}) {
+    auto* entry = menu.addAction(caption);
     entry->setObjectName(name);
     entry->setShortcut(keys);
     return entry;
@@ -26,16 +29,16 @@ QAction* addEntry(QMenu& menu, const QString& name, TextId caption, const QKeySe
 
 void MainWindow::makeFileMenu() {
     QMenu& menu = *menuBar()->addMenu(text(TextId::ProgramMenuFile));
-    connect(addEntry(menu, u"Open"_s, TextId::ProgramMenuOpen, QKeySequence::Open), &QAction::triggered, this,
+    connect(addEntry(menu, u"Open"_s, text(TextId::ProgramMenuOpen), QKeySequence::Open), &QAction::triggered, this,
             &MainWindow::chooseFile);
-    connect(addEntry(menu, u"Import"_s, TextId::ProgramMenuImport), &QAction::triggered, this,
+    connect(addEntry(menu, u"Import"_s, text(TextId::ProgramMenuImport)), &QAction::triggered, this,
             &MainWindow::chooseImport);
     QMenu& recent = *menu.addMenu(text(TextId::ProgramMenuRecentFiles));
     recent.setObjectName(u"RecentFiles"_s);
     connect(&recent, &QMenu::aboutToShow, this, [this, &recent] { fillRecentFiles(recent); });
     menu.addSeparator();
-    connect(addEntry(menu, u"Quit"_s, TextId::ProgramMenuQuit, QKeySequence(Qt::CTRL | Qt::Key_Q)), &QAction::triggered,
-            this, &QWidget::close);
+    connect(addEntry(menu, u"Quit"_s, text(TextId::ProgramMenuQuit), QKeySequence(Qt::CTRL | Qt::Key_Q)),
+            &QAction::triggered, this, &QWidget::close);
 }
 
 void MainWindow::fillRecentFiles(QMenu& menu) {
@@ -49,19 +52,45 @@ void MainWindow::fillRecentFiles(QMenu& menu) {
 
 void MainWindow::makeViewMenu() {
     viewMenu_ = menuBar()->addMenu(text(TextId::ProgramMenuView));
-    connect(addEntry(*viewMenu_, u"Reload"_s, TextId::ProgramMenuReload, QKeySequence(Qt::Key_F5)), &QAction::triggered,
-            this, &MainWindow::readCatalogue);
+    // F5 belongs to the browser, which reads one pane again.
+    connect(addEntry(*viewMenu_, u"Reload"_s, text(TextId::ProgramMenuReload), QKeySequence(Qt::CTRL | Qt::Key_R)),
+            &QAction::triggered, this, &MainWindow::readCatalogue);
     viewMenu_->addSeparator();
-    statusBarEntry_ = addEntry(*viewMenu_, u"StatusBar"_s, TextId::ProgramMenuStatusBar);
-    imageset2Entry_ = addEntry(*viewMenu_, u"Imageset2"_s, TextId::ProgramMenuImageset2);
-    for (QAction* entry : {statusBarEntry_, imageset2Entry_})
-        entry->setCheckable(true);
-    statusBarEntry_->setChecked(true);
-    connect(statusBarEntry_, &QAction::triggered, this, &MainWindow::applyView);
-    connect(imageset2Entry_, &QAction::triggered, this, [this] {
-        applyView();
-        readCatalogue(); // nodes keep their icons until then
+    poolEntry_ = addSwitch(u"ArticlePool"_s, text(TextId::ProgramMenuArticlePool), true, [this] { applyPanes(); });
+    listEntry_ = addSwitch(u"ArticleList"_s, text(TextId::ProgramMenuArticleList), true, [this] { applyPanes(); });
+    statusBarEntry_ = addSwitch(u"StatusBar"_s, text(TextId::ProgramMenuStatusBar), true, [this] { applyView(); });
+    imageset2Entry_ = addSwitch(u"Imageset2"_s, text(TextId::ProgramMenuImageset2), false, [this] { applyImageset(); });
+    viewMenu_->addSeparator();
+}
+
+QAction* MainWindow::addSwitch(const QString& name, const QString& caption, bool otherwise,
+                               const std::function<void()>& apply) {
+    QAction* entry = addEntry(*viewMenu_, name, caption);
+    entry->setCheckable(true);
+    entry->setChecked(view_.isOn(name, otherwise));
+    connect(entry, &QAction::triggered, this, [this, name, apply](bool on) {
+        view_.setOn(name, on);
+        apply();
     });
+    return entry;
+}
+
+void MainWindow::makePanels() {
+    filters_ = new FilterPanel(this);
+    connect(filters_, &FilterPanel::applyWanted, this, &MainWindow::applyFilters);
+    events_ = new EventPanel(this);
+    addPanel(filters_, u"Filters"_s, text(TextId::ProgramFilters));
+    addPanel(events_, u"EventLog"_s, text(TextId::ProgramEvents));
+}
+
+void MainWindow::addPanel(QWidget* panel, const QString& name, const QString& title) {
+    auto* dock = new QDockWidget(title, this);
+    dock->setObjectName(name + u"Dock"_s);
+    dock->setWidget(panel);
+    addDockWidget(Qt::BottomDockWidgetArea, dock);
+    dock->hide();
+    dock->toggleViewAction()->setObjectName(name);
+    viewMenu_->addAction(dock->toggleViewAction());
 }
 
 void MainWindow::applyView() {
@@ -69,9 +98,26 @@ void MainWindow::applyView() {
     browser_->setImageset(imageset2Entry_->isChecked() ? acbImageset2 : acbImageset1);
 }
 
+void MainWindow::applyImageset() {
+    applyView();
+    readCatalogue(); // nodes keep their icons until then
+}
+
+void MainWindow::applyPanes() {
+    whileReading([this] {
+        browser_->setShowArticlePool(poolEntry_->isChecked());
+        if (browser_) browser_->setShowArticleList(listEntry_->isChecked());
+    });
+}
+
+void MainWindow::applyFilters() {
+    whileReading([this] { filters_->apply(); });
+}
+
 void MainWindow::makeHelpMenu() {
     QMenu& menu = *menuBar()->addMenu(text(TextId::ProgramMenuHelp));
-    connect(addEntry(menu, u"About"_s, TextId::ProgramMenuAbout), &QAction::triggered, this, &MainWindow::showAbout);
+    connect(addEntry(menu, u"About"_s, text(TextId::ProgramMenuAbout)), &QAction::triggered, this,
+            &MainWindow::showAbout);
 }
 
 void MainWindow::showAbout() const {

@@ -1,7 +1,9 @@
 #include "apps/artikelkatalog/MainWindow.h"
 
 #include "apps/artikelkatalog/CatalogueImporter.h"
+#include "apps/artikelkatalog/EventPanel.h"
 #include "apps/artikelkatalog/Failure.h"
+#include "apps/artikelkatalog/FilterPanel.h"
 #include "apps/artikelkatalog/StartPage.h"
 #include "base/Texts.h"
 #include "browser/ArtCatBrowser.h"
@@ -26,6 +28,7 @@ namespace mkl {
 namespace {
 
 const QString geometryKey = u"WindowGeometry"_s;
+const QString stateKey = u"WindowState"_s;
 
 void expandLevels(const Ref<Node>& first, int levels) {
     if (levels <= 0) return;
@@ -41,6 +44,7 @@ void expandLevels(const Ref<Node>& first, int levels) {
 MainWindow::MainWindow(QSettings& settings)
     : settings_(settings)
     , recentFiles_(settings)
+    , view_(settings)
     , pages_(new QStackedWidget(this)) {
     setObjectName(u"MainWindow"_s);
     setWindowIcon(applicationIcon());
@@ -51,11 +55,13 @@ MainWindow::MainWindow(QSettings& settings)
     pages_->addWidget(start);
     makeFileMenu();
     makeViewMenu();
+    makePanels();
     makeHelpMenu();
     allowViewEntries();
     showTitle();
     resize(1000, 700);
     restoreGeometry(settings_.value(geometryKey).toByteArray());
+    restoreState(settings_.value(stateKey).toByteArray());
 }
 
 MainWindow::~MainWindow() = default;
@@ -92,13 +98,23 @@ void MainWindow::makeBrowser() {
     browser_->setKeepsView(true);
     browser_->setBackend(session_.database());
     browser_->setWorkspace(session_.workspace());
+    browser_->setEditKeys(true);
+    browser_->setKeepsView(true);
     applyView();
+    browser_->setShowArticlePool(poolEntry_->isChecked());
+    browser_->setShowArticleList(listEntry_->isChecked());
     allowViewEntries();
+    events_->watch(*browser_);
+    filters_->setBrowser(browser_.get());
     pages_->addWidget(browser_.get());
     pages_->setCurrentWidget(browser_.get());
+    browser_->resize(pages_->size()); // a window that is not on show yet has not done it
+    view_.applyWidths(*browser_);
 }
 
 void MainWindow::closeBrowser() {
+    keepView();
+    filters_->setBrowser(nullptr);
     browser_.reset();
     allowViewEntries();
 }
@@ -108,12 +124,20 @@ void MainWindow::allowViewEntries() const {
         entry->setEnabled(browser_ != nullptr);
 }
 
-/// The read serves the message queue: the window may be closed in the middle of it.
+void MainWindow::keepView() {
+    if (browser_) view_.keepWidths(*browser_);
+}
+
 bool MainWindow::readCatalogue() {
-    if (isReading_) return false;
+    return whileReading([this] { browser_->Populate(); });
+}
+
+/// A read serves the message queue: the window may be closed in the middle of it. False then, and within another one.
+bool MainWindow::whileReading(const std::function<void()>& read) {
+    if (isReading_ || !browser_) return false;
     isReading_ = true;
     menuBar()->setEnabled(false);
-    browser_->Populate();
+    read();
     menuBar()->setEnabled(true);
     isReading_ = false;
     return browser_ != nullptr;
@@ -126,6 +150,7 @@ void MainWindow::expandTree(int levels) {
 
 void MainWindow::closeEvent(QCloseEvent* event) {
     settings_.setValue(geometryKey, saveGeometry());
+    settings_.setValue(stateKey, saveState());
     closeBrowser();
     session_.close();
     event->accept();

@@ -1,12 +1,15 @@
 #pragma once
+#include "apps/artikelkatalog/BrowserView.h"
 #include "apps/artikelkatalog/CatalogueSession.h"
 #include "apps/artikelkatalog/RecentFiles.h"
 
 #include <QMainWindow>
+#include <functional>
 #include <memory>
 
 QT_BEGIN_NAMESPACE
 class QAction;
+class QDockWidget;
 class QMenu;
 class QSettings;
 class QStackedWidget;
@@ -15,6 +18,8 @@ QT_END_NAMESPACE
 namespace mkl {
 
 class ArtCatBrowser;
+class EventPanel;
+class FilterPanel;
 
 /// The window of the program: a host of the catalogue browser.
 class MainWindow : public QMainWindow {
@@ -41,7 +46,13 @@ private:
     void makeFileMenu();
     void makeViewMenu();
     void makeHelpMenu();
+    QAction* addSwitch(const QString& name, const QString& caption, bool otherwise, const std::function<void()>& apply);
+    void makePanels();
+    void addPanel(QWidget* panel, const QString& name, const QString& title);
     void applyView();
+    void applyPanes();
+    void applyImageset();
+    void applyFilters();
     void allowViewEntries() const;
     void fillRecentFiles(QMenu& menu);
 
@@ -53,16 +64,23 @@ private:
     bool openSession(const QString& file);
     void makeBrowser();
     void closeBrowser();
+    void keepView();
     bool readCatalogue();
+    bool whileReading(const std::function<void()>& read);
     void showTitle();
 
     QSettings& settings_;
     RecentFiles recentFiles_;
+    BrowserView view_;
     CatalogueSession session_;
     QStackedWidget* pages_;
+    EventPanel* events_ = nullptr;
+    FilterPanel* filters_ = nullptr;
     QMenu* viewMenu_ = nullptr;
     QAction* statusBarEntry_ = nullptr;
     QAction* imageset2Entry_ = nullptr;
+    QAction* poolEntry_ = nullptr;
+    QAction* listEntry_ = nullptr;
     std::unique_ptr<ArtCatBrowser> browser_;
     bool isReading_ = false;
 };
