@@ -99,11 +99,19 @@ void ItemView::setMouseIcon(const QPixmap& picture) {
 }
 
 QModelIndex ItemView::indexAtTwips(Single x, Single y) const {
-    return indexAt(QPoint(pixelsX(x), pixelsY(y)));
+    const QPoint point = QPoint(pixelsX(x), pixelsY(y)) - rowsOrigin();
+    return viewport()->rect().contains(point) ? indexAt(point) : QModelIndex();
+}
+
+// The heads of columns belong to the inside of the control too.
+QPoint ItemView::rowsOrigin() const {
+    return viewport()->pos() - contentsRect().topLeft();
 }
 
 void ItemView::raise(MouseSignal signal, const QMouseEvent& event, Qt::MouseButtons buttons) {
     MouseArguments mouse(event, buttons);
+    mouse.X += twipsX(rowsOrigin().x());
+    mouse.Y += twipsY(rowsOrigin().y());
     Q_EMIT(this->*signal)(mouse.Button, mouse.Shift, mouse.X, mouse.Y);
 }
 

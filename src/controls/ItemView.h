@@ -15,6 +15,7 @@ class ImageList;
 class ItemModel;
 
 /// What TreeView and ListView have in common: mouse, keyboard and focus events, and the pointer's picture.
+/// Points count from the upper left corner inside the frame, heads of columns included.
 /// By-reference arguments pass through all handlers in turn (direct connections only).
 class ItemView : public QTreeView {
     Q_OBJECT
@@ -105,6 +106,7 @@ protected:
 
 private:
     using MouseSignal = void (ItemView::*)(Integer&, Integer&, Single&, Single&);
+    QPoint rowsOrigin() const;
     void raise(MouseSignal signal, const QMouseEvent& event, Qt::MouseButtons buttons);
     void wake();
     void scrollToTargets();

@@ -215,8 +215,12 @@ TEST_F(ListViewTest, ColumnClick) {
 TEST_F(ListViewTest, HitTestInTwips) {
     fill();
     show();
-    EXPECT_EQ(list.HitTest(static_cast<Single>(centre(1).x() * 15), static_cast<Single>(centre(1).y() * 15)),
-              item(u"A2"_s));
+    const auto hitAt = [this](int x, int y) {
+        return list.HitTest(static_cast<Single>(x * 15), static_cast<Single>(y * 15));
+    };
+    const int heads = list.header()->height();
+    EXPECT_EQ(hitAt(centre(1).x(), centre(1).y() + heads), item(u"A2"_s));
+    EXPECT_FALSE(hitAt(centre(0).x(), heads / 2)) << "heads of columns are no rows";
     EXPECT_FALSE(list.HitTest(100, 2900));
 }
 

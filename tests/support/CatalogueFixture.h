@@ -31,6 +31,8 @@ public:
     const Ref<dao::Workspace>& workspace() const { return workspace_; }
     const Ref<dao::Database>& database() const { return database_; }
 
+    QString file() const { return file_.path(); }
+
     void addCategory(const CategoryRow& row) const;
     void addArticle(Long key, const QString& name) const;
     void addSender(Long key) const;
