@@ -98,8 +98,6 @@ void MainWindow::makeBrowser() {
     browser_->setKeepsView(true);
     browser_->setBackend(session_.database());
     browser_->setWorkspace(session_.workspace());
-    browser_->setEditKeys(true);
-    browser_->setKeepsView(true);
     applyView();
     browser_->setShowArticlePool(poolEntry_->isChecked());
     browser_->setShowArticleList(listEntry_->isChecked());
