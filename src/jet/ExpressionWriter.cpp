@@ -52,10 +52,20 @@ bool isRegisteredCall(const Expression& expression) {
 }
 
 // Halves all the way down: engines limit the depth of an expression, hosts do not limit the length of a filter.
-QByteArray joined(const QByteArrayList& terms, qsizetype begin, qsizetype end, const char* separator) {
+QByteArray joined(const QByteArrayList& terms, qsizetype begin, qsizetype end, const char* separator,
+                  const char* function = "") {
     if (end - begin == 1) return terms[begin];
     const qsizetype middle = begin + (end - begin) / 2;
-    return '(' + joined(terms, begin, middle, separator) + separator + joined(terms, middle, end, separator) + ')';
+    return function + ('(' + joined(terms, begin, middle, separator, function)) + separator +
+           joined(terms, middle, end, separator, function) + ')';
+}
+
+// The operands of a & b & c: in whatever pairs they are joined, the text is the same.
+void addConcatenated(const Expression& expression, std::vector<const Expression*>& operands) {
+    const auto* const binary = withoutAlias(expression).as<Binary>();
+    if (!binary || binary->op != Op::Concatenate) return operands.push_back(&expression);
+    addConcatenated(*binary->left, operands);
+    addConcatenated(*binary->right, operands);
 }
 
 const Binary* likeOfColumn(const Expression& expression) {
@@ -107,7 +117,8 @@ QByteArray ExpressionWriter::writeValue(const Expression& expression) {
     if (const auto* node = expression.as<Name>()) return column(*node);
     if (const auto* node = expression.as<Negation>()) return call("mkl_negate", {node->operand.get()});
     if (const auto* node = expression.as<Binary>())
-        return call(functionOf(node->op), {node->left.get(), node->right.get()});
+        return node->op == Op::Concatenate ? concatenation(expression)
+                                           : call(functionOf(node->op), {node->left.get(), node->right.get()});
     if (const auto* node = expression.as<Between>())
         return call("mkl_between", {node->value.get(), node->low.get(), node->high.get()});
     if (const auto* node = expression.as<Subquery>()) return subqueryValue(*node, expression.type);
@@ -174,6 +185,15 @@ QByteArray ExpressionWriter::call(const char* nativeName, std::initializer_list<
     for (const Expression* expression : operands)
         written.append(operand(*expression));
     return nativeName + ('(' + written.join(", ") + ')');
+}
+
+QByteArray ExpressionWriter::concatenation(const Expression& expression) {
+    std::vector<const Expression*> operands;
+    addConcatenated(expression, operands);
+    QByteArrayList written;
+    for (const Expression* part : operands)
+        written.append(operand(*part));
+    return joined(written, 0, written.size(), ", ", functionOf(Op::Concatenate));
 }
 
 QByteArray ExpressionWriter::call(const Call& call, ColumnType type) {

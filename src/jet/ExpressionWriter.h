@@ -63,6 +63,7 @@ private:
     QByteArray column(const Name& name);
     QByteArray call(const char* nativeName, std::initializer_list<const Expression*> operands);
     QByteArray call(const Call& call, ColumnType type);
+    QByteArray concatenation(const Expression& expression);
     QByteArray aggregate(const Call& call);
     QByteArray rowKeys();
     QByteArray lazy(const Call& call, ColumnType type);
