@@ -32,17 +32,21 @@ void ArticlePanes::PopulateLV(Long CategoryKey) {
 }
 
 void ArticlePanes::readList(Long CategoryKey) {
-    const auto atTheEnd = qScopeGuard([&] { endList(); });
-    hub_.errorFrame.reader(u"PopulateLV"_s, [&] { fillList(CategoryKey); });
+    PaneFocus focus;
+    const auto atTheEnd = qScopeGuard([&] {
+        endList();
+        focus.giveBack();
+    });
+    hub_.errorFrame.reader(u"PopulateLV"_s, [&] { fillList(CategoryKey, focus); });
 }
 
-void ArticlePanes::fillList(Long categoryKey) {
+void ArticlePanes::fillList(Long categoryKey, PaneFocus& focus) {
     ListView& list = *hub_.ui.LV;
     // 2.
     screen().setMousePointer(vbHourglass);
     const KeptView kept(hub_, list);
     const bool sameCategory = std::exchange(hub_.state.listCategory, categoryKey) == categoryKey;
-    list.setVisible(false);
+    focus.hide({&list});
     // 3.
     if (list.ListItems().Count() > 0) list.ListItems().Clear();
     // 4.

@@ -7,6 +7,7 @@ namespace mkl {
 
 class ArtCatBrowserPrivate;
 class ListView;
+class PaneFocus;
 
 /// The two article lists: pool and articles of the selected category.
 class ArticlePanes {
@@ -33,7 +34,7 @@ public:
     void sortBy(ListView& list, Long columnIndex);
 
 private:
-    void fillList(Long categoryKey);
+    void fillList(Long categoryKey, PaneFocus& focus);
     void endList() const;
     bool fillPool(bool showStatus);
     void endPool(bool showStatus);

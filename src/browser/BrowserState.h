@@ -2,6 +2,7 @@
 // What an instance of the browser knows. Everything else stands in its panes.
 #include "base/Ref.h"
 #include "browser/ArtCatBrowserEnums.h"
+#include "browser/PaneFocus.h"
 #include "browser/SenderFilter.h"
 #include "core/SessionHelper.h"
 #include "dao/Workspace.h"
@@ -49,6 +50,8 @@ struct BrowserState {
     bool keepsView = false; ///< extras of ours, off unless the host wants them
     bool editKeys = false;
     Long listCategory = 0; ///< whose articles the list pane shows
+
+    PaneFocus focus; ///< of the panes that a display of a read has hidden
 
     Long treeReads = 0;  ///< how many reads of the tree have begun: a read that is no longer the last one gives up
     bool closed = false; ///< the control has gone; whoever served the message queue must look here

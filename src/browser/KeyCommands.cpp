@@ -61,11 +61,9 @@ bool KeyCommands::goToPane(acbPanes from, int step) {
     return false;
 }
 
-// A read hides panes, and a hidden one loses the focus.
 bool KeyCommands::refresh(acbPanes pane) {
     if (!hub_.state.ArtKatTable) return false;
     hub_.rowRefresh->RefreshPane(pane);
-    if (!hub_.state.closed) viewOf(pane).setFocus();
     return true;
 }
 

@@ -22,9 +22,7 @@ bool ProgressDisplay::ShowProgress(const QString& Text) {
 
 bool ProgressDisplay::show(const QString& text) {
     const BrowserUi& ui = hub_.ui;
-    ui.TV->setVisible(false);
-    ui.LV->setVisible(false);
-    ui.LVArt->setVisible(false);
+    hub_.state.focus.hide({ui.TV, ui.LV, ui.LVArt});
     if (!hub_.serveQueue()) return false;
     if (hub_.state.ShowStatusBar) {
         ui.SB->setVisible(false);
@@ -53,13 +51,14 @@ void ProgressDisplay::placeLine(QWidget& widget, Single top) {
 
 void ProgressDisplay::restore() {
     const BrowserUi& ui = hub_.ui;
-    const BrowserState& state = hub_.state;
+    BrowserState& state = hub_.state;
     ui.PB->setVisible(false);
     ui.lblStatus->setVisible(false);
     if (state.ShowStatusBar) ui.SB->setVisible(true);
     ui.TV->setVisible(true);
     ui.LV->setVisible(state.ShowArticleList);
     ui.LVArt->setVisible(state.ShowArticlePool);
+    state.focus.giveBack();
 }
 
 } // namespace mkl

@@ -111,6 +111,15 @@ TEST_F(KeptViewTest, theListIsScrolledBack) {
     EXPECT_NE(top(list()), before);
 }
 
+TEST_F(KeptViewTest, theListIsScrolledBackWhenTheTreeIsReadToo) {
+    browser->setSelected(acbPaneArticleList, 43);
+    scroll(list(), list().ListItems().Item(40));
+    const QString before = top(list());
+    readAgain(acbPaneCategoryTree);
+    EXPECT_EQ(top(list()), before);
+    EXPECT_EQ(browser->Selected(acbPaneArticleList), 43);
+}
+
 TEST_F(KeptViewTest, anotherCategoryBeginsAtItsSelection) {
     browser->setSelected(acbPaneArticleList, 1);
     scroll(list(), list().ListItems().Item(40));

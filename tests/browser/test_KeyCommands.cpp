@@ -105,6 +105,24 @@ TEST_F(KeyCommandsTest, f5ReadsThePaneAgainAndKeepsTheFocus) {
     EXPECT_EQ(events.take(), QStringList()); // what RefreshPane raises for an unchanged selection
 }
 
+TEST_F(KeyCommandsTest, aReadThatAnybodyBeginsKeepsTheFocus) {
+    for (QWidget* pane :
+         {static_cast<QWidget*>(&pool()), static_cast<QWidget*>(&tree()), static_cast<QWidget*>(&list())}) {
+        pane->setFocus();
+        browser->Populate();
+        EXPECT_EQ(focus(), pane->objectName());
+        browser->RefreshPane(acbPaneArticleList);
+        EXPECT_EQ(focus(), pane->objectName());
+    }
+}
+
+TEST_F(KeyCommandsTest, whoeverGoesElsewhereDuringAReadStaysThere) {
+    tree().setFocus();
+    pump.whenServed = [&] { browser->setFocus(); };
+    browser->Populate();
+    EXPECT_EQ(QApplication::focusWidget(), browser.get());
+}
+
 TEST_F(KeyCommandsTest, f5RaisesWhatRefreshPaneRaises) {
     browser->setSelected(acbPaneArticlePool, 30);
     events.take();
