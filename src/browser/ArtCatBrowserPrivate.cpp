@@ -2,6 +2,7 @@
 
 #include "base/EventPump.h"
 #include "browser/ArtCatBrowser.h"
+#include "controls/Screen.h"
 #include "core/App.h"
 
 namespace mkl {
@@ -35,7 +36,8 @@ ArtCatBrowserPrivate::~ArtCatBrowserPrivate() = default;
 
 void ArtCatBrowserPrivate::Terminate() {
     state.closed = true;
-    ErrorFrame::quietly([&] { ui.TV->setSelectedItem({}); },                                          //
+    if (screen().MousePointer() == vbSizeWE) screen().setMousePointer(vbDefault); // in the middle of a drawn splitter
+    ErrorFrame::quietly([&] { ui.TV->setSelectedItem({}); },                      //
                         [&] { ui.TV->setDropHighlight({}); }, [&] { ui.LV->setSelectedItem({}); },    //
                         [&] { ui.LV->setDropHighlight({}); }, [&] { ui.LVArt->setSelectedItem({}); }, //
                         [&] { ui.LVArt->setDropHighlight({}); }, [&] { ui.LVArt->setMouseIcon({}); }, //

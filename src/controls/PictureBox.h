@@ -7,7 +7,8 @@
 namespace mkl {
 
 /// A plain area that tells what the mouse does on it, such as a splitter. While a button is down it keeps the mouse,
-/// wherever that goes. By-reference arguments pass through all handlers in turn (direct connections only).
+/// wherever that goes; one that hides meanwhile says that the button was released. By-reference arguments pass through
+/// all handlers in turn (direct connections only).
 class PictureBox : public QFrame {
     Q_OBJECT
 
@@ -28,8 +29,10 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
 
 private:
+    bool held_ = false; // by the left button
     ClickDetector clicks_;
 };
 

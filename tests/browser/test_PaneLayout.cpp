@@ -294,8 +294,19 @@ TEST_F(PaneLayoutTest, theTreeAloneEndsAtTheHiddenSplitter) {
 TEST_F(PaneLayoutTest, aHandlerMayCloseTheControl) {
     QObject::connect(browser.get(), &ArtCatBrowser::Resize, qApp, [this] { browser.reset(); });
     QPointer<PictureBox> moved(&splitter());
+    QTest::mousePress(moved, Qt::LeftButton, {}, QPoint(0, 100));
     QMouseEvent move(QEvent::MouseMove, QPointF(20, 100), moved->mapToGlobal(QPointF(20, 100)), Qt::NoButton,
                      Qt::LeftButton, {});
     QApplication::sendEvent(moved, &move);
     EXPECT_EQ(browser, nullptr);
+    EXPECT_EQ(screen().MousePointer(), vbDefault);
+}
+
+TEST_F(PaneLayoutTest, aSplitterThatHidesWhileItIsDrawnLetsThePointerGo) {
+    QTest::mousePress(&splitter(), Qt::LeftButton, {}, QPoint(0, 100));
+    EXPECT_EQ(screen().MousePointer(), vbSizeWE);
+    browser->setShowArticleList(false);
+    EXPECT_EQ(screen().MousePointer(), vbDefault);
+    QTest::mouseRelease(&splitter(), Qt::LeftButton, {}, QPoint(0, 100));
+    EXPECT_EQ(screen().MousePointer(), vbDefault);
 }

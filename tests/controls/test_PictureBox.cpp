@@ -60,6 +60,20 @@ TEST_F(PictureBoxTest, ADoubleClickIsOneClickAndOneDblClick) {
     EXPECT_EQ(log.count(u"DblClick"_s), 1);
 }
 
+TEST_F(PictureBoxTest, OneThatHidesLetsTheButtonGo) {
+    box->show();
+    box->hide();
+    EXPECT_EQ(log, QStringList());
+    box->show();
+    QTest::mousePress(box.get(), Qt::LeftButton, {}, {2, 3});
+    log.clear();
+    box->hide();
+    EXPECT_EQ(log, QStringList{u"Up 1 0 0 0"_s});
+    box->show();
+    box->hide();
+    EXPECT_EQ(log.size(), 1);
+}
+
 TEST_F(PictureBoxTest, AHandlerMayDeleteTheBox) {
     QObject::connect(box.get(), &PictureBox::MouseUp, [this] { box.reset(); });
     PictureBox* const widget = box.get();
