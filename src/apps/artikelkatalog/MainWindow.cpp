@@ -94,6 +94,8 @@ void MainWindow::makeBrowser() {
     browser_ = std::make_unique<ArtCatBrowser>(pages_);
     browser_->setObjectName(u"Browser"_s);
     browser_->setAppName(text(TextId::ProgramTitle));
+    browser_->setEditKeys(true);
+    browser_->setKeepsView(true);
     browser_->setBackend(session_.database());
     browser_->setWorkspace(session_.workspace());
     applyView();
