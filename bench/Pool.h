@@ -31,9 +31,9 @@ public:
     mkl::Ref<dao::Database> database;
     std::unique_ptr<RawDatabase> raw;
 
-private:
     QString file() const { return folder_.filePath(QStringLiteral("pool.sqlite")); }
 
+private:
     QTemporaryDir folder_;
     mkl::Ref<dao::Workspace> workspace_ = dao::DBEngine::CreateWorkspace();
 };

@@ -39,5 +39,10 @@ Result findScanRow();
 Result likeRow();
 Result orderRow();
 Result parseRow();
+Result fillRow();
+Result fillWidgetRow();
+Result fillMemoryRow();
+Result clickRow();
+Result scrollRow();
 
 } // namespace bench

@@ -26,15 +26,17 @@ namespace {
 
 const std::vector<Row>& rows() {
     static const std::vector<Row> all{
-        {u"tree"_s, treeRow},   {u"memory"_s, memoryRow},      {u"import"_s, importRow},
-        {u"pool"_s, poolRow},   {u"poolmem"_s, poolMemoryRow}, {u"literals"_s, literalsRow},
-        {u"find"_s, findRow},   {u"findscan"_s, findScanRow},  {u"like"_s, likeRow},
-        {u"order"_s, orderRow}, {u"parse"_s, parseRow}};
+        {u"tree"_s, treeRow},         {u"memory"_s, memoryRow},      {u"import"_s, importRow},
+        {u"pool"_s, poolRow},         {u"poolmem"_s, poolMemoryRow}, {u"literals"_s, literalsRow},
+        {u"find"_s, findRow},         {u"findscan"_s, findScanRow},  {u"like"_s, likeRow},
+        {u"order"_s, orderRow},       {u"parse"_s, parseRow},        {u"fill"_s, fillRow},
+        {u"fillqt"_s, fillWidgetRow}, {u"fillmem"_s, fillMemoryRow}, {u"click"_s, clickRow},
+        {u"scroll"_s, scrollRow}};
     return all;
 }
 
 QString figureText(double figure, const QString& unit) {
-    return QString::number(figure, 'f', unit == u"s"_s ? 3 : 0) + u' ' + unit;
+    return QString::number(figure, 'f', unit == u"s"_s ? 3 : unit == u"ms"_s ? 1 : 0) + u' ' + unit;
 }
 
 void printLine(const QStringList& cells) {
@@ -70,7 +72,7 @@ bool print(const QString& name, const Result& result) {
     const bool isMet = judged <= result.goal;
     printLine({name, result.work, figureText(result.ours, result.unit), baselinesText(result),
                hasRatio ? QString::number(judged, 'f', 2) : u"-"_s,
-               QString::number(result.goal) + (isMet ? u" met"_s : u" MISSED"_s)});
+               QString::number(result.goal, 'g', 3) + (isMet ? u" met"_s : u" MISSED"_s)});
     return isMet;
 }
 

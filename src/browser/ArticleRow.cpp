@@ -4,6 +4,9 @@
 #include "controls/ListItem.h"
 #include "dao/Recordset.h"
 
+#include <array>
+#include <charconv>
+
 namespace mkl {
 
 using namespace Qt::StringLiterals;
@@ -22,11 +25,13 @@ QString articleNumber(const Variant& articleKey, const QString& pattern) {
 }
 
 QString rowKey(const Variant& key) {
-    return key.isNull() ? u"A"_s : u'A' + key.toText();
+    return key.isNull() ? u"A"_s : rowKey(key.toLong());
 }
 
 QString rowKey(Long key) {
-    return u'A' + QString::number(key);
+    std::array<char, 12> characters{'A'};
+    const auto end = std::to_chars(characters.data() + 1, characters.data() + characters.size(), key).ptr;
+    return QString::fromLatin1(characters.data(), end - characters.data());
 }
 
 Long articleOfListRow(const ListItem& row) {

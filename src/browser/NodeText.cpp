@@ -1,5 +1,9 @@
 #include "browser/NodeText.h"
 
+#include <algorithm>
+#include <array>
+#include <charconv>
+
 namespace mkl {
 
 using namespace Qt::StringLiterals;
@@ -23,8 +27,14 @@ QStringView withoutBlanks(QStringView text) {
 QString zeroPadded(const Variant& number, qsizetype digits) {
     if (number.isNull()) return {};
     const qint64 value = number.toLong();
-    const QString padded = QString::number(qAbs(value)).rightJustified(digits, u'0');
-    return value < 0 ? u'-' + padded : padded;
+    std::array<char, 11> characters; // of a Long without its sign
+    const auto end = std::to_chars(characters.data(), characters.data() + characters.size(), qAbs(value)).ptr;
+    const qsizetype zeros = std::max<qsizetype>(0, digits - (end - characters.data()));
+    QString text;
+    text.reserve(digits + 2);
+    if (value < 0) text.append(u'-');
+    text.resize(text.size() + zeros, u'0');
+    return text.append(QLatin1StringView(characters.data(), end));
 }
 
 QString positionText(const Variant& order) {

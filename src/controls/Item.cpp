@@ -3,6 +3,8 @@
 #include <QHash>
 #include <QList>
 
+#include <array>
+
 namespace mkl {
 
 namespace {
@@ -33,15 +35,35 @@ ImageKeys& imageKeys() {
 } // namespace
 
 Item::Item(const QString& key, const QString& text)
-    : key_(key.toStdString())
-    , text_(text.toStdString()) {}
+    : key_(utf8(key))
+    , text_(utf8(text)) {}
+
+// Without the way over a byte array; what needs more than two bytes a character is rare.
+std::string Item::utf8(const QString& text) {
+    constexpr qsizetype roomFor = 128;
+    if (text.size() > roomFor) return text.toStdString();
+    std::array<char, 2 * roomFor> bytes;
+    char* end = bytes.data();
+    for (const QChar character : text) {
+        const char16_t c = character.unicode();
+        if (c < 0x80) {
+            *end++ = static_cast<char>(c);
+        } else if (c < 0x800) {
+            *end++ = static_cast<char>(0xC0 | (c >> 6));
+            *end++ = static_cast<char>(0x80 | (c & 0x3F));
+        } else {
+            return text.toStdString();
+        }
+    }
+    return {bytes.data(), end};
+}
 
 void Item::setKey(const QString& key) {
-    rekey(key.toStdString());
+    rekey(utf8(key));
 }
 
 void Item::setText(const QString& text) {
-    text_ = text.toStdString();
+    text_ = utf8(text);
     changed();
 }
 

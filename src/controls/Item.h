@@ -32,6 +32,9 @@ protected:
     virtual void rekey(std::string key) = 0; ///< takes over the key, in the collection's hash too
     virtual void changed() = 0;              ///< text or picture
 
+    const std::string& bytes() const { return text_; } ///< of the text
+    static std::string utf8(const QString& text);
+
     void assignKey(std::string key) { key_ = std::move(key); }
 
 private:

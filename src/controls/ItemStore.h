@@ -1,9 +1,9 @@
 #pragma once
 #include "controls/Item.h"
+#include "controls/KeyTable.h"
 
 #include <algorithm>
 #include <functional>
-#include <unordered_set>
 #include <vector>
 
 namespace mkl {
@@ -20,10 +20,7 @@ public:
     const_iterator end() const { return closed().end(); }
 
     /// The item of that key or none.
-    T* find(std::string_view key) const {
-        const auto found = byKey_.find(key);
-        return found == byKey_.end() ? nullptr : *found;
-    }
+    T* find(std::string_view key) const { return byKey_.find(key); }
 
     /// By number the item at that index, by text the one of that key; error 35601 when there is none.
     T& item(const Variant& index) const {
@@ -47,23 +44,30 @@ public:
     void checkNew(const T& item) const { checkKey(item.key_); }
 
     void append(const Ref<T>& item) {
-        item->place_ = static_cast<quint32>(order_.size());
-        order_.push_back(item);
         if (!item->key_.empty()) byKey_.insert(item.get());
+        place(item);
+    }
+
+    /// An insertion in two steps: the key, error 35602 if it exists here already, then the item in its place.
+    void insertKey(T& item) {
+        if (!item.key_.empty() && !byKey_.insert(&item)) throwDoubled(item.key_);
+    }
+    void insertKnown(size_t place, const Ref<T>& item) {
+        closed();
+        this->place(item);
+        moveLastTo(place);
     }
 
     /// Puts the item before the one at that place, counted from 0; at the end it is an append.
     void insert(size_t place, const Ref<T>& item) {
         closed();
         append(item);
-        if (place + 1 == order_.size()) return;
-        std::rotate(order_.begin() + static_cast<std::ptrdiff_t>(place), order_.end() - 1, order_.end());
-        number();
+        moveLastTo(place);
     }
 
     /// Takes the item out; the caller holds a reference if it still needs it.
     void remove(T& item) {
-        if (!item.key_.empty()) byKey_.erase(byKey_.find(std::string_view(item.key_)));
+        if (!item.key_.empty()) byKey_.erase(item.key_);
         ++holes_;
         order_[item.place_].reset();
     }
@@ -71,7 +75,7 @@ public:
     void rekey(T& item, std::string key) {
         if (key == item.key_) return;
         checkKey(key);
-        if (!item.key_.empty()) byKey_.erase(byKey_.find(std::string_view(item.key_)));
+        if (!item.key_.empty()) byKey_.erase(item.key_);
         item.assignKey(std::move(key));
         if (!item.key_.empty()) byKey_.insert(&item);
     }
@@ -91,21 +95,25 @@ public:
     }
 
 private:
-    struct KeyHash {
-        using is_transparent = void;
-        size_t operator()(std::string_view key) const { return std::hash<std::string_view>()(key); }
-        size_t operator()(const T* item) const { return (*this)(std::string_view(item->key_)); }
-    };
-    struct KeyEqual {
-        using is_transparent = void;
-        static std::string_view keyOf(const T* item) { return item->key_; }
-        static std::string_view keyOf(std::string_view key) { return key; }
-        bool operator()(const auto& left, const auto& right) const { return keyOf(left) == keyOf(right); }
+    struct KeyOf {
+        std::string_view operator()(const T& item) const { return item.key_; }
     };
 
     void checkKey(std::string_view key) const {
-        if (find(key))
-            throwError(err::KeyNotUnique, {QString::fromUtf8(key.data(), static_cast<qsizetype>(key.size()))});
+        if (find(key)) throwDoubled(key);
+    }
+    [[noreturn]] static void throwDoubled(std::string_view key) {
+        throwError(err::KeyNotUnique, {QString::fromUtf8(key.data(), static_cast<qsizetype>(key.size()))});
+    }
+
+    void place(const Ref<T>& item) {
+        item->place_ = static_cast<quint32>(order_.size());
+        order_.push_back(item);
+    }
+    void moveLastTo(size_t place) {
+        if (place + 1 == order_.size()) return;
+        std::rotate(order_.begin() + static_cast<std::ptrdiff_t>(place), order_.end() - 1, order_.end());
+        number();
     }
 
     const std::vector<Ref<T>>& closed() const {
@@ -124,7 +132,7 @@ private:
 
     mutable std::vector<Ref<T>> order_; // holes are empty references
     mutable size_t holes_ = 0;
-    std::unordered_set<T*, KeyHash, KeyEqual> byKey_;
+    KeyTable<T, KeyOf> byKey_;
 };
 
 } // namespace mkl

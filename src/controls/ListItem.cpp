@@ -6,16 +6,22 @@ namespace mkl {
 
 QString ListItem::SubItems(Long column) const {
     if (column < 1) throwError(err::InvalidArgument);
-    const auto at = static_cast<size_t>(column) - 1;
-    return at < subItems_.size() ? QString::fromStdString(subItems_[at]) : QString();
+    if (column == 1) return QString::fromStdString(secondText_);
+    const auto at = static_cast<size_t>(column) - 2;
+    return furtherTexts_ && at < furtherTexts_->size() ? QString::fromStdString((*furtherTexts_)[at]) : QString();
 }
 
 void ListItem::setSubItems(Long column, const QString& text) {
     if (column < 1) throwError(err::InvalidArgument);
-    const auto at = static_cast<size_t>(column) - 1;
-    if (at >= subItems_.size()) subItems_.resize(at + 1);
-    subItems_[at] = text.toStdString();
+    subText(static_cast<size_t>(column)) = utf8(text);
     changed();
+}
+
+std::string& ListItem::subText(size_t column) {
+    if (column == 1) return secondText_;
+    if (!furtherTexts_) furtherTexts_ = std::make_unique<std::vector<std::string>>();
+    if (furtherTexts_->size() < column - 1) furtherTexts_->resize(column - 1);
+    return (*furtherTexts_)[column - 2];
 }
 
 void ListItem::setSelected(bool selected) {

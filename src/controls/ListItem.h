@@ -1,6 +1,7 @@
 #pragma once
 #include "controls/Item.h"
 
+#include <memory>
 #include <vector>
 
 namespace mkl {
@@ -39,11 +40,13 @@ private:
         : Item(key, text) {}
 
     QString columnText(Long column) const; // 0 = Text
+    std::string& subText(size_t column);
     void detach();
 
     bool selected_ = false;
     ListItemCollection* owner_ = nullptr;
-    std::vector<std::string> subItems_;
+    std::string secondText_; // most lists have two or three columns
+    std::unique_ptr<std::vector<std::string>> furtherTexts_;
 };
 
 } // namespace mkl

@@ -23,7 +23,7 @@ Ref<ListItem> ListItemCollection::Add(const Variant& index, const QString& key, 
     const Long place = index.isNull() ? Count() + 1 : index.toLong();
     if (place < 1 || place > Count() + 1) throwError(err::ElementNotFound, {QString::number(place)});
     const Ref<ListItem> item(new ListItem(key, text));
-    items_.checkNew(*item);
+    items_.insertKey(*item);
     // In a hidden list the order can wait until somebody looks.
     const bool inOrder = list_.Sorted() && list_.model_.listening();
     const size_t at = inOrder ? sortedPlace(*item) : static_cast<size_t>(place) - 1;
@@ -31,7 +31,7 @@ Ref<ListItem> ListItemCollection::Add(const Variant& index, const QString& key, 
 
     list_.model_.beginInsert(static_cast<int>(at));
     item->owner_ = this;
-    items_.insert(at, item);
+    items_.insertKnown(at, item);
     list_.model_.endInsert();
     return item;
 }
@@ -55,7 +55,7 @@ QByteArray ListItemCollection::sortText(const ListItem& item) const {
 }
 
 const ItemStore<ListItem>& ListItemCollection::sorted() const {
-    if (!std::exchange(unsorted_, false)) return items_;
+    if (!std::exchange(unsorted_, false) || areNumbersInOrder()) return items_;
     items_.reorder([this](std::vector<Ref<ListItem>>& order) {
         std::vector<std::pair<QByteArray, Ref<ListItem>>> rows;
         rows.reserve(order.size());
@@ -67,6 +67,19 @@ const ItemStore<ListItem>& ListItemCollection::sorted() const {
             order[at] = std::move(rows[at].second);
     });
     return items_;
+}
+
+// Rows often come in the order of their numbers, and digits alone are in order as their bytes are.
+bool ListItemCollection::areNumbersInOrder() const {
+    if (list_.SortKey() != 0) return false;
+    std::string_view former;
+    for (const Ref<ListItem>& item : items_) {
+        const std::string_view text = item->bytes();
+        const bool isNumber = std::ranges::all_of(text, [](char c) { return c >= '0' && c <= '9'; });
+        if (!isNumber || text < former) return false;
+        former = text;
+    }
+    return true;
 }
 
 size_t ListItemCollection::sortedPlace(const ListItem& item) const {

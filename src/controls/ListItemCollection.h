@@ -36,6 +36,7 @@ private:
     friend class ListView;
 
     const ItemStore<ListItem>& sorted() const;
+    bool areNumbersInOrder() const;
     QByteArray sortText(const ListItem& item) const;
     size_t sortedPlace(const ListItem& item) const;
 

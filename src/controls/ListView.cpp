@@ -164,8 +164,11 @@ void ListView::restore() {
     QItemSelection rows;
     Long first = 0;
     Long row = 0;
+    Long rest = selectedCount_;
     for (const Ref<ListItem>& item : items_) {
+        if (rest == 0 && first == 0) break;
         ++row;
+        rest -= item->selected_;
         if (item->selected_ && first == 0) first = row;
         if (!item->selected_ && first > 0) rows.append(rowsAt(std::exchange(first, 0), row - 1).first());
     }

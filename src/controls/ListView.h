@@ -55,7 +55,8 @@ public:
     /// The press of the mouse has become a drag: its release does not select.
     void forgetPress() { selection_.forgetPress(); }
 
-    /// Gives the bytes by whose order texts sort; without it they sort by their folded case alone.
+    /// Gives the bytes by whose order texts sort; without it they sort by their folded case alone. Texts of digits
+    /// must be in order as they are without it.
     using TextOrder = std::function<QByteArray(const QString&)>;
     void setTextOrder(TextOrder order);
 

@@ -20,6 +20,7 @@ public:
     void setValue(Long value); ///< clamped to Min and Max
 
 private:
+    bool isWorthShowing() const;
     void refresh();
 
     Long min_ = 0;

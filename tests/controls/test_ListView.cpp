@@ -282,4 +282,39 @@ TEST_F(ListViewTest, HeldObjectsOutliveTheList) {
     EXPECT_EQ(row->Text(), u"001"_s);
 }
 
+TEST_F(ListViewTest, TextsComeBackWhatTheyAreMadeOf) {
+    const Ref<ListItem> row = add(u"A1"_s, {});
+    for (const QString& text : {u"Größe M"_s, u"1 € 中 😀"_s, QString(127, u'ß'), QString(128, u'ß'), QString(129, u'ß'),
+                                QString(5000, u'x'), u"a\0b"_s, QString()}) {
+        row->setText(text);
+        row->setKey(u"A"_s + text);
+        for (const Long column : {1, 2, 5}) {
+            row->setSubItems(column, text);
+            EXPECT_EQ(row->SubItems(column), text);
+        }
+        EXPECT_EQ(row->Text(), text);
+        EXPECT_EQ(row->Key(), u"A"_s + text);
+    }
+    EXPECT_EQ(row->SubItems(4), QString());
+    EXPECT_EQ(row->SubItems(6), QString());
+}
+
+TEST_F(ListViewTest, NumbersInTheirOrderAndOthersSort) {
+    list.setSorted(true);
+    for (const QString& number : {u"001"_s, u"002"_s, u"002"_s, u"1000"_s, u"999"_s})
+        add({}, number);
+    const auto texts = [this] {
+        QStringList all;
+        for (const Ref<ListItem>& each : list.ListItems())
+            all << each->Text();
+        return all.join(u' ');
+    };
+    EXPECT_EQ(texts(), u"001 002 002 1000 999"_s);
+    add({}, u"0015"_s);
+    EXPECT_EQ(texts(), u"001 0015 002 002 1000 999"_s);
+    add({}, u"b"_s);
+    add({}, u"A"_s);
+    EXPECT_EQ(texts(), u"001 0015 002 002 1000 999 A b"_s);
+}
+
 } // namespace mkl

@@ -39,4 +39,22 @@ TEST(ProgressBar, TheFullRangeOfLong) {
     EXPECT_EQ(bar.Value(), 2147483647);
 }
 
+TEST(ProgressBar, ALongReadShowsInSteps) {
+    ProgressBar bar;
+    bar.setMax(1000000);
+    int changes = 0;
+    QObject::connect(&bar, &QProgressBar::valueChanged, [&] { ++changes; });
+    for (Long value = 1; value <= 1000000; ++value) {
+        bar.setValue(value);
+        ASSERT_LE(value - bar.value(), 2000);
+    }
+    EXPECT_EQ(bar.Value(), 1000000);
+    EXPECT_EQ(bar.value(), 1000000);
+    EXPECT_LE(changes, 501);
+    bar.setValue(999999);
+    EXPECT_EQ(bar.Value(), 999999);
+    bar.setValue(0);
+    EXPECT_EQ(bar.value(), 0);
+}
+
 } // namespace mkl
