@@ -1,7 +1,7 @@
 // The dialect beside what the engine or Qt offer for the same: finding by a pattern, German order, parsing.
 #include "bench/Pool.h"
 #include "bench/Row.h"
-#include "jet/Parser.h"
+#include "jet/syntax/Parser.h"
 
 using namespace Qt::StringLiterals;
 

@@ -3,7 +3,7 @@
 #include "SmallDatabase.h"
 #include "base/Clock.h"
 #include "jet/Compiler.h"
-#include "jet/Criterion.h"
+#include "jet/evaluation/Criterion.h"
 
 #include <QStringList>
 #include <vector>

@@ -1,8 +1,8 @@
 // Lexer and parser: every text is a statement or a criterion, or an error with a number.
 #include "Numbered.h"
 #include "jet/Compiler.h"
-#include "jet/Parser.h"
-#include "jet/Shape.h"
+#include "jet/syntax/Parser.h"
+#include "jet/syntax/Shape.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     using namespace fuzz;

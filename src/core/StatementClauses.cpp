@@ -1,7 +1,7 @@
 #include "core/StatementClauses.h"
 
 #include "base/RunTimeError.h"
-#include "jet/Lexer.h"
+#include "jet/syntax/Lexer.h"
 
 namespace mkl {
 

@@ -1,6 +1,6 @@
 #pragma once
 // The clauses of a statement, found by its tokens.
-#include "jet/Token.h"
+#include "jet/syntax/Token.h"
 
 #include <QList>
 #include <QString>

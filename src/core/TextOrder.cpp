@@ -1,6 +1,6 @@
 #include "core/TextOrder.h"
 
-#include "jet/Collation.h"
+#include "jet/functions/Collation.h"
 
 namespace mkl {
 

@@ -1,5 +1,5 @@
 #pragma once
-#include "jet/Plan.h"
+#include "jet/model/Plan.h"
 
 #include <QHash>
 #include <QStringView>

@@ -3,7 +3,7 @@
 #include "dao/RowStore.h"
 #include "dao/StoredValue.h"
 #include "dao/Transaction.h"
-#include "jet/Schema.h"
+#include "jet/model/Schema.h"
 
 #include <QByteArray>
 #include <QSet>

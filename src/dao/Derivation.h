@@ -3,7 +3,7 @@
 #include "dao/Constants.h"
 #include "dao/Cursor.h"
 #include "dao/SnapshotRows.h"
-#include "jet/SortOrder.h"
+#include "jet/evaluation/SortOrder.h"
 
 #include <QString>
 #include <memory>

@@ -2,7 +2,7 @@
 #include "base/Variant.h"
 #include "dao/Constants.h"
 #include "dao/RowEditor.h"
-#include "jet/Plan.h"
+#include "jet/model/Plan.h"
 
 #include <optional>
 #include <vector>

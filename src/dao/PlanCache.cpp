@@ -1,7 +1,7 @@
 #include "dao/PlanCache.h"
 
 #include "jet/Compiler.h"
-#include "jet/Operators.h"
+#include "jet/functions/Operators.h"
 
 #include <algorithm>
 

@@ -2,8 +2,8 @@
 #include "dao/Columns.h"
 #include "dao/Connection.h"
 #include "dao/LruCache.h"
-#include "jet/Plan.h"
-#include "jet/Shape.h"
+#include "jet/model/Plan.h"
+#include "jet/syntax/Shape.h"
 
 #include <memory>
 #include <vector>

@@ -1,7 +1,7 @@
 #include "dao/RowEditor.h"
 
 #include "dao/Errors.h"
-#include "jet/Target.h"
+#include "jet/model/Target.h"
 
 #include <algorithm>
 

@@ -2,7 +2,7 @@
 
 #include "dao/Connection.h"
 #include "dao/Errors.h"
-#include "jet/Target.h"
+#include "jet/model/Target.h"
 
 #include <QByteArrayList>
 

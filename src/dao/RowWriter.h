@@ -1,6 +1,6 @@
 #pragma once
 #include "base/Variant.h"
-#include "jet/Schema.h"
+#include "jet/model/Schema.h"
 
 #include <QByteArray>
 #include <QList>

@@ -1,7 +1,7 @@
 #include "dao/ScrollCursor.h"
 
 #include "dao/Errors.h"
-#include "jet/Criterion.h"
+#include "jet/evaluation/Criterion.h"
 
 #include <algorithm>
 #include <cstring>

@@ -2,7 +2,7 @@
 
 #include "dao/Errors.h"
 #include "dao/StoredRowReader.h"
-#include "jet/Lexer.h"
+#include "jet/syntax/Lexer.h"
 
 using namespace Qt::StringLiterals;
 

@@ -1,7 +1,7 @@
 #pragma once
 #include "dao/Columns.h"
 #include "dao/RowStore.h"
-#include "jet/SortOrder.h"
+#include "jet/evaluation/SortOrder.h"
 
 namespace dao {
 

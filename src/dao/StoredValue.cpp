@@ -2,7 +2,7 @@
 
 #include "base/DateTime.h"
 #include "dao/Errors.h"
-#include "jet/Packed.h"
+#include "jet/functions/Packed.h"
 
 #include <cmath>
 #include <limits>

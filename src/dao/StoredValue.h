@@ -1,7 +1,7 @@
 #pragma once
 // A value as the engine stores it, and its two ways into the dialect's types.
 #include "base/Variant.h"
-#include "jet/Schema.h"
+#include "jet/model/Schema.h"
 
 #include <QByteArray>
 #include <QList>

@@ -1,10 +1,10 @@
 #include "jet/Compiler.h"
 
 #include "base/RunTimeError.h"
-#include "jet/ActionWriter.h"
-#include "jet/DynasetWriter.h"
-#include "jet/Parser.h"
-#include "jet/StatementWriter.h"
+#include "jet/syntax/Parser.h"
+#include "jet/writing/ActionWriter.h"
+#include "jet/writing/DynasetWriter.h"
+#include "jet/writing/StatementWriter.h"
 
 namespace jet {
 

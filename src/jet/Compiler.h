@@ -1,7 +1,7 @@
 #pragma once
 // The whole road of a statement: text, tree, bound tree, native text.
-#include "jet/Plan.h"
-#include "jet/Schema.h"
+#include "jet/model/Plan.h"
+#include "jet/model/Schema.h"
 
 #include <QStringView>
 

@@ -4,8 +4,8 @@
 #include "base/RunTimeError.h"
 #include "dao/CriterionGenerator.h"
 #include "dao/OpenedDatabase.h"
-#include "jet/Criterion.h"
-#include "jet/SortOrder.h"
+#include "jet/evaluation/Criterion.h"
+#include "jet/evaluation/SortOrder.h"
 
 #include <algorithm>
 

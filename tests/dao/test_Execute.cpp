@@ -1,5 +1,5 @@
 #include "dao/OpenedDatabase.h"
-#include "jet/Schema.h"
+#include "jet/model/Schema.h"
 
 namespace dao {
 

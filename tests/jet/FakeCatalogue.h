@@ -1,7 +1,7 @@
 #pragma once
 // Tables and an engine that exist only as far as the dialect asks about them.
 #include "jet/Compiler.h"
-#include "jet/Target.h"
+#include "jet/model/Target.h"
 
 #include <QHash>
 

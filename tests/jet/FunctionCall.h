@@ -1,6 +1,6 @@
 #pragma once
 // Calls a function of the dialect by its name, as a statement would.
-#include "jet/Functions.h"
+#include "jet/functions/Functions.h"
 #include "support/Printing.h"
 
 #include <vector>

@@ -1,6 +1,6 @@
 #pragma once
 // Rows of values for criteria and sort orders.
-#include "jet/SortOrder.h"
+#include "jet/evaluation/SortOrder.h"
 
 #include <vector>
 

@@ -1,4 +1,4 @@
-#include "FakeCatalogue.h"
+#include "jet/FakeCatalogue.h"
 
 #include "support/Printing.h"
 

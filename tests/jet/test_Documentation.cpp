@@ -1,7 +1,7 @@
 // docs/dialect.md tells what the dialect knows: neither more nor less than the tables of the code.
 #include "base/Texts.h"
-#include "jet/Aggregates.h"
-#include "jet/Functions.h"
+#include "jet/functions/Aggregates.h"
+#include "jet/functions/Functions.h"
 #include "support/Printing.h"
 
 #include <QFile>

@@ -3,11 +3,11 @@
 #include "dao/Constants.h"
 #include "dao/StoredValue.h"
 #include "dao/sqlite/SqliteLike.h"
-#include "jet/Aggregates.h"
-#include "jet/Collation.h"
-#include "jet/Functions.h"
-#include "jet/Operators.h"
-#include "jet/StoreConversions.h"
+#include "jet/functions/Aggregates.h"
+#include "jet/functions/Collation.h"
+#include "jet/functions/Functions.h"
+#include "jet/functions/Operators.h"
+#include "jet/functions/StoreConversions.h"
 
 #include <QVarLengthArray>
 #include <new>

@@ -1,6 +1,6 @@
 #pragma once
 #include "dao/sqlite/SqliteSession.h"
-#include "jet/Schema.h"
+#include "jet/model/Schema.h"
 
 namespace dao {
 

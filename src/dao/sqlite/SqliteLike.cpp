@@ -1,7 +1,7 @@
 #include "dao/sqlite/SqliteLike.h"
 
 #include "dao/sqlite/SqliteFunctions.h"
-#include "jet/Like.h"
+#include "jet/functions/Like.h"
 
 #include <memory>
 

@@ -1,5 +1,5 @@
 #pragma once
-#include "jet/Target.h"
+#include "jet/model/Target.h"
 
 namespace dao {
 

@@ -1,0 +1,41 @@
+#pragma once
+// What differs by engine in a native text. The writer does everything else itself: operators, functions,
+// statements and joins look alike on all engines.
+//
+// Values in native text: yes/no is -1 or 0; Long, Double and Currency are numbers that compare with each other;
+// dates compare with dates; a text compares as the dialect says only where it is collated().
+#include "jet/model/Schema.h"
+
+#include <QByteArray>
+#include <QStringView>
+
+namespace jet {
+
+class Target {
+public:
+    virtual ~Target() = default;
+
+    /// A table or column name, quoted so that it can be nothing else.
+    virtual QByteArray name(QStringView declared) const = 0;
+    /// Parameter of that number, from 1. One number may stand several times in a text.
+    virtual QByteArray parameter(int number, ColumnType type) const = 0;
+    /// A value handed to a registered function (Functions.h, Operators.h), so that the function sees a Variant of
+    /// that type where the engine itself does not tell it: date, currency, yes/no.
+    virtual QByteArray operand(const QByteArray& value, ColumnType type) const = 0;
+    /// A text where its order or equality counts: comparison, ORDER BY, GROUP BY, DISTINCT, IN, Min, Max.
+    virtual QByteArray collated(const QByteArray& text) const = 0;
+    /// A condition of the engine as a value: -1, 0 or Null.
+    virtual QByteArray yesNo(const QByteArray& condition) const = 0;
+    /// A number as a condition of the engine: true for all but 0, unknown for Null.
+    virtual QByteArray condition(const QByteArray& number) const = 0;
+    /// A term of ORDER BY; Null comes first ascending and last descending.
+    virtual QByteArray orderTerm(const QByteArray& value, bool descending) const = 0;
+    /// The type by which a new table declares a column, so that its schema gives the same type again.
+    virtual QByteArray declaredType(ColumnType type) const = 0;
+    /// What tells apart the rows of a table that declares no primary key. table is a quoted name.
+    virtual QByteArray rowIdentity(const QByteArray& table) const = 0;
+    /// The table as a derived one, without its alias, that has its row identity under the same name.
+    virtual QByteArray withRowIdentity(const QByteArray& table) const = 0;
+};
+
+} // namespace jet

@@ -1,0 +1,179 @@
+#include "jet/writing/SelectWriter.h"
+
+#include "jet/writing/RowKeys.h"
+#include "jet/writing/SubqueryWriter.h"
+
+#include <algorithm>
+
+namespace jet {
+
+namespace {
+
+QByteArrayList named(const QByteArrayList& outputs, const QByteArrayList& names) {
+    if (names.isEmpty()) return outputs;
+    QByteArrayList result;
+    for (qsizetype i = 0; i < outputs.size(); ++i)
+        result.append(outputs[i] + " AS " + names[i]);
+    return result;
+}
+
+QByteArrayList numbered(size_t count) {
+    QByteArrayList names;
+    for (size_t i = 0; i < count; ++i)
+        names.append('c' + QByteArray::number(qulonglong(i)));
+    return names;
+}
+
+} // namespace
+
+SelectWriter::SelectWriter(const Target& target, const BoundSelect& select, ParameterList& parameters,
+                           const ExpressionWriter* outer)
+    : target_(target)
+    , select_(select)
+    , parameters_(parameters)
+    , outer_(outer)
+    , expressions_(target, select_.scope, parameters, outer) {}
+
+QByteArray SelectWriter::write() {
+    return query({});
+}
+
+QByteArray SelectWriter::writeNamed() {
+    QByteArrayList names;
+    for (const BoundOutput& output : select_.outputs)
+        names.append(target_.name(output.column.name));
+    return query(names);
+}
+
+QByteArray SelectWriter::write(const std::vector<TargetColumn>& targets) {
+    StoreWriter stores(target_, expressions_);
+    QByteArrayList stored;
+    for (size_t i = 0; i < targets.size(); ++i)
+        stored.append(stores.value(*select_.outputs[i].expression, targets[i]));
+    return rows(stored);
+}
+
+QByteArray SelectWriter::writeNumbered() {
+    return query(numbered(select_.outputs.size()));
+}
+
+QByteArray SelectWriter::query(const QByteArrayList& names) {
+    if (select_.unions.empty()) return rows(outputs(select_, select_.distinct), names);
+    if (select_.unionOrder.empty()) return compound(names);
+    const QByteArrayList inner = numbered(select_.outputs.size());
+    QByteArrayList terms;
+    for (const UnionOrder& order : select_.unionOrder) {
+        const QByteArray& column = inner[order.output];
+        const ColumnType type = select_.outputs[static_cast<size_t>(order.output)].column.type;
+        terms.append(target_.orderTerm(isCollated(type) ? target_.collated(column) : column, order.descending));
+    }
+    return "SELECT " + named(inner, names).join(", ") + " FROM (" + compound(inner) + ") AS united ORDER BY " +
+           terms.join(", ");
+}
+
+// From left to right; the first part gives the names, and the order of texts by which repeats are found.
+QByteArray SelectWriter::compound(const QByteArrayList& names) {
+    const bool collated =
+        !std::all_of(select_.unions.begin(), select_.unions.end(), [](const BoundUnionPart& part) { return part.all; });
+    QByteArray written = part(select_, collated, names.isEmpty() ? numbered(select_.outputs.size()) : names);
+    for (const BoundUnionPart& other : select_.unions) {
+        SelectWriter writer(target_, *other.select, parameters_, outer_);
+        written += (other.all ? " UNION ALL " : " UNION ") + writer.part(select_, collated, {});
+    }
+    return written;
+}
+
+QByteArray SelectWriter::part(const BoundSelect& whole, bool collated, const QByteArrayList& names) {
+    const QByteArray written = rows(outputs(whole, collated || select_.distinct), names);
+    return select_.top ? "SELECT * FROM (" + written + ") AS part" : written;
+}
+
+QByteArrayList SelectWriter::outputs(const BoundSelect& whole, bool collated) {
+    QByteArrayList written;
+    for (const BoundOutput& output : select_.outputs) {
+        const ColumnType type = whole.outputs[static_cast<size_t>(written.size())].column.type;
+        const QByteArray native = expressions_.output(*output.expression, type);
+        const bool byOrder = collated && isCollated(type) && !output.expression->isNull();
+        written.append(byOrder ? target_.collated(native) : native);
+    }
+    return written;
+}
+
+// Engines see that all rows are one group by an aggregate among the outputs only, not by one in HAVING.
+QByteArrayList SelectWriter::showingGroup(QByteArrayList outputs) const {
+    const bool shown = !select_.groupBy.empty() || std::ranges::any_of(select_.outputs, [](const BoundOutput& output) {
+        return output.expression->hasAggregate;
+    });
+    if (select_.isAggregated && !shown) outputs.front() = "CASE WHEN count(*) >= 0 THEN " + outputs.front() + " END";
+    return outputs;
+}
+
+QByteArray SelectWriter::rows(const QByteArrayList& values, const QByteArrayList& names) {
+    const QByteArrayList outputs = showingGroup(values);
+    if (select_.top && (select_.top->percent || !select_.orderBy.empty())) return ranked(outputs, names);
+    QByteArray native = body(named(outputs, names));
+    if (select_.top) return native + " LIMIT " + QByteArray::number(select_.top->count.value.toLong());
+    return select_.orderBy.empty() ? native : native + " ORDER BY " + orderTerms();
+}
+
+QByteArray SelectWriter::body(const QByteArrayList& outputs) {
+    QByteArray native = (select_.distinct ? "SELECT DISTINCT " : "SELECT ") + outputs.join(", ") + from();
+    if (!select_.where.empty()) native += " WHERE " + expressions_.conjunction(select_.where);
+    native += groups();
+    if (!select_.having.empty()) native += " HAVING " + expressions_.conjunction(select_.having);
+    return native;
+}
+
+QByteArray SelectWriter::from() {
+    if (!select_.from->empty()) return " FROM " + FromWriter(target_, select_.scope, expressions_).write(*select_.from);
+    if (!select_.isAggregated || !expressions_.isOfSubquery()) return {};
+    return " FROM (SELECT 1 AS " + target_.name(singleRowColumn) + ") AS " + target_.name(singleRowTable);
+}
+
+QByteArray SelectWriter::groups() {
+    QByteArrayList groups;
+    for (const Expression* group : select_.groupBy)
+        groups.append(expressions_.key(*group));
+    for (const int source : select_.rowSources)
+        for (const RowKey& key : rowKeysOf(select_.scope[source], target_))
+            groups.append(key.native);
+    return groups.isEmpty() ? QByteArray() : " GROUP BY " + groups.join(", ");
+}
+
+QByteArray SelectWriter::orderTerms() {
+    QByteArrayList terms;
+    for (const BoundOrder& order : select_.orderBy)
+        terms.append(target_.orderTerm(expressions_.key(*order.expression), order.descending));
+    return terms.join(", ");
+}
+
+// The same where the outputs are columns c0, c1, … of a derived table.
+QByteArray SelectWriter::placeTerms() {
+    QByteArrayList terms;
+    for (const BoundOrder& order : select_.orderBy) {
+        const QByteArray column = 'c' + QByteArray::number(order.output);
+        const bool collated = isCollated(order.expression->type);
+        terms.append(target_.orderTerm(collated ? target_.collated(column) : column, order.descending));
+    }
+    return terms.join(", ");
+}
+
+// TOP n takes in all rows that tie with the n-th one; n PERCENT is rounded up to whole rows.
+QByteArray SelectWriter::ranked(const QByteArrayList& outputs, const QByteArrayList& names) {
+    const QByteArrayList columns = numbered(static_cast<size_t>(outputs.size()));
+    const QByteArrayList inner = named(outputs, columns);
+    const bool inTwoSteps = select_.distinct; // repeats go before rows are counted
+    const QByteArray order = inTwoSteps ? placeTerms() : orderTerms();
+    QByteArrayList ranks{order.isEmpty() ? QByteArray("row_number() OVER () AS place")
+                                         : "rank() OVER (ORDER BY " + order + ") AS place"};
+    if (select_.top->percent) ranks.append("count(*) OVER () AS total");
+    const QByteArray chosen = inTwoSteps
+                                  ? "SELECT " + (columns + ranks).join(", ") + " FROM (" + body(inner) + ") AS apart"
+                                  : body(inner + ranks);
+    const QByteArray count = QByteArray::number(select_.top->count.value.toLong());
+    const QByteArray within = select_.top->percent ? "(place - 1) * 100 < total * " + count : "place <= " + count;
+    return "SELECT " + named(columns, names).join(", ") + " FROM (" + chosen + ") AS ranked WHERE " + within +
+           " ORDER BY place";
+}
+
+} // namespace jet
