@@ -72,11 +72,11 @@ public:
         order_[item.place_].reset();
     }
 
-    void rekey(T& item, std::string key) {
+    void rekey(T& item, const std::string& key) {
         if (key == item.key_) return;
         checkKey(key);
         if (!item.key_.empty()) byKey_.erase(item.key_);
-        item.assignKey(std::move(key));
+        item.assignKey(key);
         if (!item.key_.empty()) byKey_.insert(&item);
     }
 

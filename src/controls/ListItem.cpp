@@ -38,7 +38,7 @@ void ListItem::EnsureVisible() {
 
 void ListItem::rekey(std::string key) {
     if (owner_)
-        owner_->items_.rekey(*this, std::move(key));
+        owner_->items_.rekey(*this, key);
     else
         assignKey(std::move(key));
 }

@@ -58,7 +58,7 @@ Ref<Node> Node::Root() const {
 
 void Node::rekey(std::string key) {
     if (owner_)
-        owner_->nodes_.rekey(*this, std::move(key));
+        owner_->nodes_.rekey(*this, key);
     else
         assignKey(std::move(key));
 }

@@ -325,6 +325,31 @@ TEST_F(ArticlesOnShow, theProgressDisplayNamesWhatIsRead) {
     EXPECT_EQ(texts, (QStringList{u"Artikel einlesen ..."_s, u"Kategorien einlesen ..."_s}));
 }
 
+TEST_F(ArticlesOnShow, aFillingPaneIsNotDrawn) {
+    struct Paints : QObject {
+        bool eventFilter(QObject*, QEvent* event) override {
+            count += event->type() == QEvent::Paint;
+            return false;
+        }
+        int count = 0;
+    } paints;
+    browser->show();
+    browser->Populate();
+    QCoreApplication::processEvents();
+    int changes = 0;
+    for (const ListView* view : {&pool(), &list()}) {
+        view->viewport()->installEventFilter(&paints);
+        QObject::connect(view->model(), &QAbstractItemModel::rowsInserted, [&] { ++changes; });
+        QObject::connect(view->model(), &QAbstractItemModel::dataChanged, [&] { ++changes; });
+    }
+    browser->RefreshPane(acbPaneArticlePool);
+    browser->RefreshPane(acbPaneArticleList);
+    EXPECT_EQ(changes, 0) << "the view hears of all rows at once";
+    EXPECT_EQ(paints.count, 0);
+    QCoreApplication::processEvents();
+    EXPECT_GT(paints.count, 0);
+}
+
 TEST_F(ArticlesOnShow, aClearedListSelectsNothing) {
     browser->Populate();
     events.take();
