@@ -3,12 +3,12 @@
 #include "apps/artikelkatalog/EventPanel.h"
 #include "apps/artikelkatalog/FilterPanel.h"
 #include "apps/artikelkatalog/MainWindow.h"
-#include "base/EventPump.h"
 #include "browser/ArtCatBrowser.h"
 #include "controls/ListView.h"
 #include "controls/TreeView.h"
-#include "core/ScriptedAsker.h"
 #include "support/Printing.h"
+#include "support/ScriptedAsker.h"
+#include "support/ScriptedPump.h"
 
 #include <QAction>
 #include <QCheckBox>
@@ -22,24 +22,6 @@ using namespace Qt::StringLiterals;
 using namespace mkl;
 
 namespace {
-
-/// Does something once the queue is served for the first time.
-class OncePump final : public EventPump {
-public:
-    explicit OncePump(std::function<void()> action)
-        : action_(std::move(action))
-        , former_(setEventPump(this)) {}
-    ~OncePump() override { setEventPump(former_); }
-    Q_DISABLE_COPY_MOVE(OncePump)
-
-    void serve() override {
-        if (const auto action = std::exchange(action_, {})) action();
-    }
-
-private:
-    std::function<void()> action_;
-    EventPump* former_;
-};
 
 class BrowserPage : public ::testing::Test {
 protected:
@@ -140,7 +122,7 @@ TEST_F(BrowserPage, TheWorkgroupConcernsAllPanes) {
 }
 
 TEST_F(BrowserPage, ClosingInTheMiddleOfAFilteredRead) {
-    const OncePump pump([this] { window_->close(); });
+    const ScriptedPump pump([this] { window_->close(); });
     filter("PoolFilter", u"[Artikel-Schlüssel] <= 3"_s);
     EXPECT_EQ(window_->browser(), nullptr);
     EXPECT_FALSE(window_->findChild<FilterPanel*>()->isEnabled());
@@ -148,7 +130,7 @@ TEST_F(BrowserPage, ClosingInTheMiddleOfAFilteredRead) {
 
 TEST_F(BrowserPage, FiltersWaitForARead) {
     {
-        const OncePump pump([this] { filter("TreeFilter", u"1=2"_s); });
+        const ScriptedPump pump([this] { filter("TreeFilter", u"1=2"_s); });
         trigger("Reload");
     }
     EXPECT_EQ(browser().Filter(acbPaneCategoryTree), QString());

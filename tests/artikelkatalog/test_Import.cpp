@@ -3,8 +3,8 @@
 #include "apps/artikelkatalog/MainWindow.h"
 #include "browser/ArtCatBrowser.h"
 #include "controls/TreeView.h"
-#include "core/ScriptedAsker.h"
 #include "support/Printing.h"
+#include "support/ScriptedAsker.h"
 
 #include <QAction>
 #include <QSettings>

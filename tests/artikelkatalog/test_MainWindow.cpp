@@ -1,11 +1,11 @@
 #include "TestFolder.h"
 #include "apps/artikelkatalog/MainWindow.h"
-#include "base/EventPump.h"
 #include "browser/ArtCatBrowser.h"
 #include "controls/FormRunner.h"
 #include "controls/TreeView.h"
-#include "core/ScriptedAsker.h"
 #include "support/Printing.h"
+#include "support/ScriptedAsker.h"
+#include "support/ScriptedPump.h"
 
 #include <QAction>
 #include <QFileDialog>
@@ -17,22 +17,6 @@ using namespace Qt::StringLiterals;
 using namespace mkl;
 
 namespace {
-
-/// Serves the queue as a test tells it.
-class ScriptedPump final : public EventPump {
-public:
-    explicit ScriptedPump(std::function<void()> action)
-        : action_(std::move(action))
-        , former_(setEventPump(this)) {}
-    ~ScriptedPump() override { setEventPump(former_); }
-    Q_DISABLE_COPY_MOVE(ScriptedPump)
-
-    void serve() override { action_(); }
-
-private:
-    std::function<void()> action_;
-    EventPump* former_;
-};
 
 /// Picks a file in every file dialog.
 class FilePicker final : public FormRunner {

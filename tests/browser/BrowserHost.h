@@ -1,6 +1,5 @@
 #pragma once
 // A host with a browser: its catalogue, the user's answers, the reported errors, the events in their order.
-#include "base/EventPump.h"
 #include "browser/ArtCatBrowser.h"
 #include "browser/ArtCatBrowserPrivate.h"
 #include "controls/ImageList.h"
@@ -9,36 +8,18 @@
 #include "controls/Screen.h"
 #include "controls/StatusBar.h"
 #include "controls/TreeView.h"
-#include "core/RecordingErrorHandler.h"
-#include "core/ScriptedAsker.h"
 #include "support/CatalogueFixture.h"
 #include "support/EventLog.h"
 #include "support/Printing.h"
+#include "support/RecordingErrorHandler.h"
+#include "support/ScriptedAsker.h"
+#include "support/ScriptedPump.h"
 
-#include <functional>
 #include <memory>
 
 namespace mkl {
 
 using namespace Qt::StringLiterals;
-
-/// Serves nothing by itself, so that a test says what happens when the queue is served.
-class ScriptedPump final : public EventPump {
-public:
-    ScriptedPump()
-        : former_(setEventPump(this)) {}
-    ~ScriptedPump() override { setEventPump(former_); }
-    Q_DISABLE_COPY_MOVE(ScriptedPump)
-
-    void serve() override {
-        if (whenServed) whenServed();
-    }
-
-    std::function<void()> whenServed;
-
-private:
-    EventPump* former_;
-};
 
 class BrowserHost : public ::testing::Test {
 protected:

@@ -1,9 +1,9 @@
 // Commands with a transaction: report, rollback, what follows, and a transaction left open.
 #include "core/ErrorFrame.h"
 
-#include "core/RecordingErrorHandler.h"
 #include "dao/WorkspaceNotifier.h"
 #include "support/Printing.h"
+#include "support/RecordingErrorHandler.h"
 #include "support/TempDatabase.h"
 
 #include <gmock/gmock.h>

@@ -1,7 +1,7 @@
 #include "core/ErrorFrame.h"
 
-#include "core/RecordingErrorHandler.h"
 #include "support/Printing.h"
+#include "support/RecordingErrorHandler.h"
 
 #include <QScopeGuard>
 #include <gmock/gmock.h>

@@ -1,9 +1,9 @@
 #include "core/ErrorHandler.h"
 
 #include "core/ErrorFrame.h"
-#include "core/RecordingErrorHandler.h"
-#include "core/ScriptedAsker.h"
 #include "support/Printing.h"
+#include "support/RecordingErrorHandler.h"
+#include "support/ScriptedAsker.h"
 
 using namespace Qt::StringLiterals;
 using namespace mkl;

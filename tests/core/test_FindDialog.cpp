@@ -4,8 +4,8 @@
 #include "core/Catalogue.h"
 #include "core/Finder.h"
 #include "core/FunctionLibrary.h"
-#include "core/ScriptedAsker.h"
 #include "support/Printing.h"
+#include "support/ScriptedAsker.h"
 
 #include <QDialog>
 #include <QLabel>

@@ -1,8 +1,8 @@
 #include "core/MessageService.h"
 
 #include "core/App.h"
-#include "core/ScriptedAsker.h"
 #include "support/Printing.h"
+#include "support/ScriptedAsker.h"
 
 using namespace Qt::StringLiterals;
 using namespace mkl;

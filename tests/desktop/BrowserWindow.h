@@ -5,9 +5,9 @@
 #include "browser/ArtCatBrowser.h"
 #include "controls/ListView.h"
 #include "controls/TreeView.h"
-#include "core/ScriptedAsker.h"
 #include "desktop/Desktop.h"
 #include "support/Printing.h"
+#include "support/ScriptedAsker.h"
 
 #include <QApplication>
 #include <QSettings>
