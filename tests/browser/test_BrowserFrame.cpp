@@ -53,6 +53,19 @@ TEST_F(BrowserFrame, anEmptyWorkgroupFilterReadsBackWhole) {
     EXPECT_EQ(browser->WorkgroupFilter(), u"Like '*'"_s);
 }
 
+TEST_F(BrowserFrame, theSameWorkgroupInOtherLettersReadsNothing) {
+    browser->Populate();
+    catalogue.addCategory({.key = Long(42), .name = u"Muttern"_s, .order = Long(2)});
+    browser->setWorkgroupFilter(u"LIKE '*'"_s);
+    EXPECT_EQ(browser->WorkgroupFilter(), u"LIKE '*'"_s);
+    EXPECT_EQ(tree().Nodes().Count(), 1);
+    browser->setWorkgroupFilter(u"IN(1)"_s);
+    EXPECT_EQ(tree().Nodes().Count(), 2);
+    catalogue.run(u"DELETE FROM \"ARTIKEL/KATEGORIEN\" WHERE \"Kategorie-Schlüssel\" = 42"_s);
+    browser->setWorkgroupFilter(u"in(1)"_s);
+    EXPECT_EQ(tree().Nodes().Count(), 2);
+}
+
 TEST_F(BrowserFrame, helpTopicsShareOneValue) {
     browser->setHelpContextIDExternal(5);
     EXPECT_EQ(browser->HelpContextID(), 5);
