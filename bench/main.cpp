@@ -72,7 +72,7 @@ bool print(const QString& name, const Result& result) {
     const bool isMet = judged <= result.goal;
     printLine({name, result.work, figureText(result.ours, result.unit), baselinesText(result),
                hasRatio ? QString::number(judged, 'f', 2) : u"-"_s,
-               QString::number(result.goal, 'g', 3) + (isMet ? u" met"_s : u" MISSED"_s)});
+               QString::number(result.goal, 'g', 4) + (isMet ? u" met"_s : u" MISSED"_s)});
     return isMet;
 }
 
