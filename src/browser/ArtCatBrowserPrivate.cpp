@@ -16,6 +16,7 @@ ArtCatBrowserPrivate::ArtCatBrowserPrivate(ArtCatBrowser& control)
     , functionLibrary(makeRef<FunctionLibrary>())
     , m_Finder(std::make_unique<Finder>())
     , articleActivation(std::make_unique<ArticleActivation>(*this))
+    , articleOrder(std::make_unique<ArticleOrder>(*this))
     , articlePanes(std::make_unique<ArticlePanes>(*this))
     , categoryTree(std::make_unique<CategoryTree>(*this))
     , helpSettings(std::make_unique<HelpSettings>(*this))
@@ -51,10 +52,10 @@ void ArtCatBrowserPrivate::Terminate() {
     m_Finder.reset();
 }
 
-void ArtCatBrowserPrivate::reportVanishedRecord() const {
+void ArtCatBrowserPrivate::reportVanishedRecord(const QString& procName) const {
     constexpr Long recordNotFound = -1072;
     const Ref<ErrorHandler> handler = errorFrame.handler(); // the control may be closed while the user reads
-    handler->ReportError(recordNotFound, {}, {});
+    handler->ReportError(recordNotFound, {}, procName);
 }
 
 bool ArtCatBrowserPrivate::serveQueue() const {

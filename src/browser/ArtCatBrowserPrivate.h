@@ -1,6 +1,7 @@
 #pragma once
 // The hub of the browser: it owns the state, the constituent controls and the rooms, which know each other through it.
 #include "browser/ArticleActivation.h"
+#include "browser/ArticleOrder.h"
 #include "browser/ArticlePanes.h"
 #include "browser/BrowserState.h"
 #include "browser/BrowserUi.h"
@@ -36,7 +37,7 @@ public:
     /// Serves the message queue once. False if the control was closed meanwhile.
     [[nodiscard]] bool serveQueue() const;
     /// Tells the user that a record seen on screen is gone.
-    void reportVanishedRecord() const;
+    void reportVanishedRecord(const QString& procName = {}) const;
 
     ArtCatBrowser& face;
     BrowserUi ui;
@@ -46,6 +47,7 @@ public:
     std::unique_ptr<Finder> m_Finder;
 
     const std::unique_ptr<ArticleActivation> articleActivation;
+    const std::unique_ptr<ArticleOrder> articleOrder;
     const std::unique_ptr<ArticlePanes> articlePanes;
     const std::unique_ptr<CategoryTree> categoryTree;
     const std::unique_ptr<HelpSettings> helpSettings;

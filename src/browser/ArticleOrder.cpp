@@ -1,0 +1,173 @@
+#include "browser/ArticleOrder.h"
+
+#include "base/Clock.h"
+#include "base/Texts.h"
+#include "browser/ArtCatBrowserPrivate.h"
+#include "controls/Asker.h"
+#include "core/CatalogQueries.h"
+#include "core/MessageService.h"
+
+namespace mkl {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr Long sortQuestion = 1033;
+
+// The list's statement has a column of that name for each of its tables.
+constexpr QStringView changedInStatement = u"ARTKAT.LetzteÄnderung";
+constexpr QStringView changedInTable = u"LetzteÄnderung";
+
+Long sum(Long position, Long step) {
+    return roundToLong(static_cast<double>(position) + step);
+}
+
+void write(dao::Recordset& row, QStringView changed, Long position) {
+    row.Edit();
+    row.setValue(u"Order", position);
+    row.setValue(changed, Variant::date(clock().now()));
+    row.Update();
+}
+
+} // namespace
+
+Ref<dao::Recordset> ArticleOrder::rowsOf(Long category, bool useFilter) const {
+    return hub_.state.Backend->OpenRecordset(hub_.articlePanes->ListStatement(category, useFilter), dao::dbOpenDynaset);
+}
+
+void ArticleOrder::Cat_RenumberArticles(Long CatID, Long StartPos, Long Gap) {
+    const auto body = [&] {
+        renumber(CatID, StartPos, Gap);
+        return true;
+    };
+    hub_.errorFrame.function(u"Cat_RenumberArticles"_s, body, false);
+}
+
+void ArticleOrder::renumber(Long category, Long startPos, Long gap) const {
+    // 1.
+    const Ref<dao::Recordset> rows = rowsOf(category, false);
+    if (rows->RecordCount() < 1) return;
+    // 2.
+    Long number = 1;
+    // 3.
+    if (startPos > 1 && standsBehindAll(category, startPos)) return;
+    // 4.
+    if (startPos != 0) {
+        rows->FindFirst(u"[Order]="_s + QString::number(startPos));
+        if (rows->NoMatch())
+            hub_.reportVanishedRecord(); // the rows have no current one now, at which the next Edit ends this
+        else
+            number = sum(rows->value(u"Order").toLong(), gap);
+    }
+    // 5.
+    do {
+        write(*rows, changedInStatement, number);
+        number = sum(number, 1);
+        rows->MoveNext();
+    } while (!rows->Eof());
+}
+
+bool ArticleOrder::standsBehindAll(Long category, Long position) const {
+    QString statement = catalogQueries().MaxOrderOfCategory();
+    statement.replace(u"##"_s, QString::number(category));
+    const Ref<dao::Recordset> rows = hub_.state.Backend->OpenRecordset(statement, dao::dbOpenSnapshot);
+    if (rows->RecordCount() < 1) return false;
+    const Variant highest = rows->value(u"MaxOrder");
+    return position > (highest.isNull() ? 0 : highest.toLong());
+}
+
+bool ArticleOrder::ReorderCategories(Long NewPos, Long CurPos, Long TargetRowID, Long MovedRowID, Long CatID) {
+    bool done = false;
+    TransMark mark(hub_.state.Workspace);
+    hub_.errorFrame.command(u"ReorderCategories"_s, mark, [&] {
+        // 1.
+        mark.begin();
+        const Ref<dao::Recordset> rows = rowsOf(CatID, true);
+        // 2. to 5.
+        if (rows->RecordCount() >= 1) move(*rows, NewPos, CurPos, TargetRowID, MovedRowID);
+        // 6.
+        mark.commit();
+        hub_.state.Edited = true;
+        done = true;
+    });
+    return done;
+}
+
+// From the target to the end towards which rows make room: those between the two places step by one, those beyond the
+// old place get their own number back.
+void ArticleOrder::move(dao::Recordset& rows, Long newPos, Long curPos, Long targetRow, Long movedRow) {
+    rows.FindFirst(u"[ArtkatID]="_s + QString::number(targetRow));
+    const Long target = rows.value(u"Order").toLong();
+    const bool up = newPos <= curPos;
+    const Long step = up ? 1 : -1;
+    Long number = sum(target, step);
+    while (!(up ? rows.Eof() : rows.Bof())) {
+        const bool isMoved = rows.value(u"ArtKatID").toLong() == movedRow;
+        write(rows, changedInStatement, isMoved ? target : number);
+        if (!isMoved) number = sum(number, step);
+        if (up)
+            rows.MoveNext();
+        else
+            rows.MovePrevious();
+    }
+}
+
+bool ArticleOrder::LV_SwapPositions(Long RowID1, Long Order1, Long RowID2, Long Order2) {
+    bool done = false;
+    TransMark mark(hub_.state.Workspace);
+    hub_.errorFrame.command(u"SwapCategories"_s, mark, [&] {
+        // 1.
+        mark.begin();
+        // 2.
+        place(RowID1, Order1);
+        place(RowID2, Order2);
+        // 3.
+        mark.commit();
+        hub_.state.Edited = true;
+        done = true;
+    });
+    return done;
+}
+
+void ArticleOrder::place(Long row, Long position) const {
+    const Ref<dao::Recordset> table = hub_.state.ArtKatTable;
+    table->Seek(u"=", row);
+    if (table->NoMatch())
+        hub_.reportVanishedRecord(u"SwapCategories"_s);
+    else
+        write(*table, changedInTable, position);
+}
+
+void ArticleOrder::ReorderAlphabetical(Long CatID, const QString& CatName, bool Descending) {
+    TransMark mark(hub_.state.Workspace);
+    hub_.errorFrame.command(u"ReorderAlphabetical"_s, mark, [&] {
+        // 1.
+        const Ref<Node> node = hub_.ui.TV->SelectedItem();
+        if (!node) return;
+        // 2.
+        if (!isSortWanted(CatName, Descending) || hub_.state.closed) return;
+        // 3.
+        mark.begin();
+        const Ref<dao::Recordset> rows = rowsOf(CatID, true);
+        if (rows->RecordCount() < 1) return;
+        // 4.
+        rows->setSort(Descending ? u"Artikelname DESC"_s : u"Artikelname"_s);
+        const Ref<dao::Recordset> sorted = rows->OpenRecordset();
+        // 5.
+        sorted->MoveFirst();
+        for (Long position = 1; !sorted->Eof(); sorted->MoveNext())
+            write(*sorted, changedInStatement, position++);
+        // 6.
+        mark.commit();
+        hub_.state.Edited = true;
+        hub_.selection->NodeClick(*node);
+    });
+}
+
+bool ArticleOrder::isSortWanted(const QString& category, bool descending) const {
+    const QString direction = text(descending ? TextId::BrowserDescending : TextId::BrowserAscending);
+    return messageService().ShowCoded(sortQuestion, vbYesNo | vbQuestion, {}, direction, category) == vbYes;
+}
+
+} // namespace mkl

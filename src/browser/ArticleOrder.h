@@ -1,0 +1,42 @@
+#pragma once
+#include "base/Ref.h"
+#include "base/types.h"
+
+#include <QString>
+
+namespace dao {
+class Recordset;
+}
+
+namespace mkl {
+
+class ArtCatBrowserPrivate;
+
+/// The sequence of the articles within a category: column [Order] of ARTKAT. Every row that is written gets the date.
+class ArticleOrder {
+public:
+    explicit ArticleOrder(ArtCatBrowserPrivate& hub)
+        : hub_(hub) {}
+
+    /// StartPos 0 numbers the whole category from 1, another one opens a gap there; Gap counts positions. It runs in
+    /// the transaction of its caller, who hears nothing of a failure.
+    void Cat_RenumberArticles(Long CatID, Long StartPos, Long Gap);
+    /// Moves one assignment from CurPos to NewPos, where TargetRowID stands. Counts what the list's filter lets pass.
+    bool ReorderCategories(Long NewPos, Long CurPos, Long TargetRowID, Long MovedRowID, Long CatID);
+    /// Gives each of two assignments the position told for it. One that is gone is reported, the other one is written.
+    bool LV_SwapPositions(Long RowID1, Long Order1, Long RowID2, Long Order2);
+    /// Asks, then numbers by name what the list's filter lets pass. Without a row the transaction stays open.
+    void ReorderAlphabetical(Long CatID, const QString& CatName, bool Descending);
+
+private:
+    Ref<dao::Recordset> rowsOf(Long category, bool useFilter) const;
+    bool standsBehindAll(Long category, Long position) const;
+    void renumber(Long category, Long startPos, Long gap) const;
+    static void move(dao::Recordset& rows, Long newPos, Long curPos, Long targetRow, Long movedRow);
+    void place(Long row, Long position) const;
+    bool isSortWanted(const QString& category, bool descending) const;
+
+    ArtCatBrowserPrivate& hub_;
+};
+
+} // namespace mkl
