@@ -1,11 +1,11 @@
 // The evaluator in memory and the engine answer random criteria alike: the same rows, or the same error. Every
 // hundred seeds share a table; a difference names the seed, and MKL_SEED=n runs that one alone.
-#include "base/Clock.h"
 #include "base/RunTimeError.h"
 #include "dao/CriterionGenerator.h"
 #include "dao/OpenedDatabase.h"
 #include "jet/evaluation/Criterion.h"
 #include "jet/evaluation/SortOrder.h"
+#include "support/StandingClock.h"
 
 #include <algorithm>
 
@@ -20,13 +20,6 @@ const QString columnNames[] = {u"Nr"_s,   u"Ja"_s,    u"Ganz"_s, u"Zahl"_s, u"Pr
 constexpr jet::ColumnType columnTypes[] = {jet::ColumnType::Int,    jet::ColumnType::Boolean,  jet::ColumnType::Int,
                                            jet::ColumnType::Double, jet::ColumnType::Currency, jet::ColumnType::Text,
                                            jet::ColumnType::Text,   jet::ColumnType::Date,     jet::ColumnType::Date};
-
-class StandingClock final : public mkl::Clock {
-public:
-    StandingClock() { mkl::setClock(this); }
-    ~StandingClock() override { mkl::setClock(nullptr); }
-    double now() const override { return 36526.75; }
-};
 
 /// The rows of R as a record set gave them.
 class ReadRows final : public jet::RowReader {
@@ -151,7 +144,7 @@ void forSeeds(quint64 first, quint64 count, Check&& check) {
 
 TEST(EvaluatorAgainstEngine, randomCriteria) {
     constexpr Long brokenPattern = 93;
-    const StandingClock clock;
+    const mkl::StandingClock clock(36526.75);
     int answers = 0, differences = 0, hasty = 0;
     const quint64 count = seedCount(4000);
     forSeeds(firstSeed(1000), count, [&](quint64 seed, const OpenedDatabase& database, ReadRows& rows) {
@@ -171,7 +164,7 @@ TEST(EvaluatorAgainstEngine, randomCriteria) {
 }
 
 TEST(EvaluatorAgainstEngine, randomSortOrders) {
-    const StandingClock clock;
+    const mkl::StandingClock clock(36526.75);
     int differences = 0;
     forSeeds(firstSeed(1000), seedCount(1000), [&](quint64 seed, const OpenedDatabase& database, ReadRows& rows) {
         if (differences > 30) return;

@@ -1,7 +1,7 @@
-#include "base/Clock.h"
 #include "base/DateTime.h"
 #include "jet/FunctionCall.h"
 #include "jet/functions/Calendar.h"
+#include "support/StandingClock.h"
 
 #include <QDate>
 
@@ -17,22 +17,15 @@ Variant d(const char16_t* iso) {
     return Variant::date(date.value_or(0));
 }
 
-class FixedClock final : public mkl::Clock {
-public:
-    double now() const override { return 37000.75; }
-};
-
 } // namespace
 
 TEST(DateFunctions, theClockIsTheOneInForce) {
-    FixedClock fixed;
-    mkl::Clock* former = mkl::setClock(&fixed);
+    const mkl::StandingClock fixed(37000.75);
     checkResults({
         {u"Now", {}, Variant::date(37000.75)},
         {u"Date", {}, Variant::date(37000)},
         {u"Time", {}, Variant::date(0.75)},
     });
-    mkl::setClock(former);
 }
 
 TEST(DateFunctions, partsOfADate) {
