@@ -89,6 +89,18 @@ QString inMemory(ReadRows& rows, const QString& text) {
     });
 }
 
+// The same, with the rows left out whose answer is an error.
+QString inMemoryWithoutErrors(ReadRows& rows, const QString& text) {
+    const auto criterion = jet::Criterion::parse(text, rows.columns());
+    QStringList found;
+    for (qsizetype row = 0; row < rows.size(); ++row) {
+        rows.moveTo(row);
+        const QString answer = answered([&] { return QStringList(criterion.holds(rows) ? u"true"_s : u"false"_s); });
+        if (answer == u"true"_s) found.append(QString::number(row + 1));
+    }
+    return found.join(u' ');
+}
+
 QString orderByEngine(const OpenedDatabase& database, const QString& order) {
     return answered([&] { return database.all(u"SELECT Nr FROM R ORDER BY "_s + order + u", Nr"_s); });
 }
@@ -115,12 +127,16 @@ quint64 seedCount(quint64 otherwise) {
     return qEnvironmentVariableIsSet("MKL_FULL") ? 100 * otherwise : otherwise;
 }
 
-// Where And fixes a column to a value ("a = 0 And 1 / a = 1"), the engine may ask the other terms about the value
-// before it reads a row. It then raises an error although no row has the value, or finds nothing before a row raises
-// one.
-bool differInHaste(const QString& criterion, const QString& a, const QString& b) {
-    const bool oneRaises = a.startsWith(u"error"_s) != b.startsWith(u"error"_s);
-    return oneRaises && (a.isEmpty() || b.isEmpty()) && criterion.contains(u" And "_s) && criterion.contains(u" = "_s);
+// Where And fixes a column to a value ("a = 0 And 1 / a = 1", "a In (0)", "a Is Null"), the engine may ask the other
+// terms about the value before it reads a row, and pass over the rows that do not have it. It then raises an error
+// although no row has the value, raises another one first, or does not come to the row that raises one: but what it
+// finds is what the criterion finds in the rows that raise nothing.
+bool differInHaste(const QString& criterion, const QString& found, const QString& expected, ReadRows& rows) {
+    const bool fixes = criterion.contains(u" = "_s) || criterion.contains(u" In ("_s) || criterion.contains(u" Is "_s);
+    if (found == expected || !criterion.contains(u" And "_s) || !fixes) return false;
+    const bool foundRaises = found.startsWith(u"error"_s), engineRaises = expected.startsWith(u"error"_s);
+    if (engineRaises) return foundRaises || found.isEmpty();
+    return foundRaises && inMemoryWithoutErrors(rows, criterion) == expected;
 }
 
 /// Runs the check for each seed over a table of its own neighbourhood.
@@ -155,7 +171,7 @@ TEST(EvaluatorAgainstEngine, randomCriteria) {
         if (expected == u"error %1"_s.arg(brokenPattern)) return; // here a find differs on purpose
         if (!expected.startsWith(u"error"_s)) ++answers;
         const QString found = inMemory(rows, criterion);
-        if (differInHaste(criterion, found, expected) && ++hasty <= 1 + static_cast<int>(count / 5000)) return;
+        if (differInHaste(criterion, found, expected, rows) && ++hasty <= 1 + static_cast<int>(count / 5000)) return;
         if (found != expected) ++differences;
         EXPECT_EQ(found, expected) << "seed " << seed << ": " << qPrintable(criterion);
     });
