@@ -1,5 +1,6 @@
 // The browser's lists with 1,000,000 articles: filling, a click on a category, scrolling; beside the plain C interface
 // and a QTreeWidget filled from Qt's own SQL module.
+#include "bench/Articles.h"
 #include "bench/BrowserOnPool.h"
 #include "bench/Row.h"
 #include "bench/WidgetOnPool.h"
@@ -8,7 +9,6 @@
 #include <QScrollBar>
 
 #include <algorithm>
-#include <malloc.h>
 
 using namespace Qt::StringLiterals;
 
@@ -21,23 +21,6 @@ constexpr int Clicks = 10;
 constexpr int Frames = 200;
 constexpr int ArticlesOfACategory = 2500;
 constexpr int FirstCategory = 13, SecondCategory = 23; // the demo catalogue's own
-
-struct Article {
-    int key;
-    QString name;
-    bool active;
-};
-
-std::vector<Article> readPool(const RawDatabase& raw) {
-    std::vector<Article> articles;
-    const RawStatement statement(raw, "SELECT * FROM ARTIKEL WHERE \"Absender-Schlüssel\" IS NOT NULL "
-                                      "ORDER BY \"Artikel-Schlüssel\"");
-    const int key = statement.column("Artikel-Schlüssel"), name = statement.column("Artikelname"),
-              active = statement.column("Aktiv");
-    while (statement.step())
-        articles.push_back({statement.integer(key), statement.text(name), statement.integer(active) != 0});
-    return articles;
-}
 
 double seconds(const std::function<void()>& call) {
     return medianSeconds(1, call);
@@ -56,12 +39,6 @@ double fillSeconds(BrowserOnPool& host) {
         if (host.list().ListItems().Count() != Articles) qFatal("the pool is incomplete");
     }
     return median(times);
-}
-
-/// Bytes of the heap that are in use.
-double heapBytes() {
-    const struct mallinfo2 info = mallinfo2();
-    return double(info.uordblks + info.hblkhd);
 }
 
 /// Leaves two categories, as roots, with as many articles each.
@@ -114,7 +91,7 @@ Result fillRow() {
     result.goal = 2.5;
     result.ours = fillSeconds(host);
     std::size_t read = 0;
-    result.baselines = {{u"C API"_s, medianSeconds(Runs, [&] { read = readPool(*host.pool.raw).size(); })}};
+    result.baselines = {{u"C API"_s, medianSeconds(Runs, [&] { read = readArticles(*host.pool.raw).size(); })}};
     if (read != std::size_t(Articles)) qFatal("the rows differ");
     return result;
 }

@@ -1,8 +1,8 @@
 // Reading 1,000,000 articles through record sets, beside the plain C interface of the engine.
+#include "bench/Articles.h"
 #include "bench/Pool.h"
 #include "bench/Row.h"
 
-#include <malloc.h>
 #include <vector>
 
 using namespace Qt::StringLiterals;
@@ -14,28 +14,11 @@ namespace {
 constexpr int Runs = 5;
 constexpr int Lookups = 50'000;
 
-struct Article {
-    int key;
-    QString name;
-    bool active;
-};
-
 std::vector<Article> readByName(const Pool& pool) {
     std::vector<Article> articles;
     for (const auto rows = pool.open(); !rows->Eof(); rows->MoveNext())
         articles.push_back({rows->value(u"Artikel-Schlüssel").toLong(), rows->value(u"Artikelname").toText(),
                             rows->value(u"Aktiv").toBoolean()});
-    return articles;
-}
-
-std::vector<Article> readRaw(const Pool& pool) {
-    std::vector<Article> articles;
-    const RawStatement statement(*pool.raw, "SELECT * FROM ARTIKEL WHERE \"Absender-Schlüssel\" IS NOT NULL "
-                                            "ORDER BY \"Artikel-Schlüssel\"");
-    const int key = statement.column("Artikel-Schlüssel"), name = statement.column("Artikelname"),
-              active = statement.column("Aktiv");
-    while (statement.step())
-        articles.push_back({statement.integer(key), statement.text(name), statement.integer(active) != 0});
     return articles;
 }
 
@@ -57,11 +40,6 @@ double dataBytes(const mkl::Ref<dao::Recordset>& rows) {
     return bytes;
 }
 
-double heapBytes() {
-    const struct mallinfo2 info = mallinfo2();
-    return double(info.uordblks + info.hblkhd);
-}
-
 } // namespace
 
 Result poolRow() {
@@ -72,7 +50,7 @@ Result poolRow() {
     result.goal = 1.6;
     std::vector<Article> ours, raw;
     result.ours = medianSeconds(Runs, [&] { ours = readByName(pool); });
-    result.baselines = {{u"C API"_s, medianSeconds(Runs, [&] { raw = readRaw(pool); })}};
+    result.baselines = {{u"C API"_s, medianSeconds(Runs, [&] { raw = readArticles(*pool.raw); })}};
     const bool same = ours.size() == raw.size() && ours.back().key == raw.back().key &&
                       ours.front().name == raw.front().name && ours.size() == std::size_t(Articles);
     if (!same) qFatal("the rows differ");
@@ -95,7 +73,7 @@ Result poolMemoryRow() {
 
 Result literalsRow() {
     const Pool pool;
-    const std::vector<Article> articles = readRaw(pool);
+    const std::vector<Article> articles = readArticles(*pool.raw);
     const auto key = [&](int i) { return articles[std::size_t(i) * 7919 % articles.size()].key; };
     const double ours = medianSeconds(Runs, [&] {
         for (int i = 0; i < Lookups; ++i) {

@@ -1,4 +1,5 @@
 // Reading a forest of 100,000 categories into the tree, beside the plain way: raw statements and a QTreeWidget.
+#include "bench/Articles.h"
 #include "bench/RawWalk.h"
 #include "bench/Row.h"
 #include "browser/ArtCatBrowser.h"
@@ -9,7 +10,6 @@
 
 #include <QTemporaryDir>
 #include <QTreeWidget>
-#include <malloc.h>
 
 using namespace Qt::StringLiterals;
 
@@ -61,12 +61,6 @@ void fillWidget(const std::vector<RawNode>& nodes, const std::vector<QString>& t
         items[i]->setText(0, texts[i]);
         items[i]->setData(0, Qt::UserRole, nodes[i].key);
     }
-}
-
-/// Bytes of the heap that are in use.
-double heapBytes() {
-    const struct mallinfo2 info = mallinfo2();
-    return double(info.uordblks + info.hblkhd);
 }
 
 } // namespace
