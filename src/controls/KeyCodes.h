@@ -6,6 +6,11 @@
 
 namespace mkl {
 
+/// Codes of keys that the forms know.
+enum KeyCodeConstants : Integer { vbKeyReturn = 13, vbKeyEscape = 27, vbKeyA = 65, vbKeyO = 79 };
+/// Modifiers in a key's Shift.
+enum ShiftConstants : Integer { vbShiftMask = 1, vbCtrlMask = 2, vbAltMask = 4 };
+
 /// Virtual code of a Qt::Key (F1 = 112, Return = 13, A = 65), 0 for one that has none.
 Integer keyCodeOf(int key);
 

@@ -1,18 +1,16 @@
 #include "controls/UserControl.h"
 
 #include "controls/Extender.h"
-#include "controls/KeyCodes.h"
 #include "controls/Twips.h"
 
 #include <QApplication>
-#include <QChildEvent>
-#include <QKeyEvent>
 #include <QScopedValueRollback>
 
 namespace mkl {
 
 UserControl::UserControl(QWidget* parent)
-    : QWidget(parent) {
+    : QWidget(parent)
+    , keys_(*this, [this](Integer& KeyCode, Integer& Shift) { KeyDown(KeyCode, Shift); }) {
     connect(qApp, &QApplication::focusChanged, this, &UserControl::focusMoved);
 }
 
@@ -75,39 +73,6 @@ void UserControl::propertyChanged(const QString& name) {
 }
 
 void UserControl::KeyDown(Integer&, Integer&) {}
-
-bool UserControl::event(QEvent* event) {
-    if (event->type() == QEvent::ChildAdded) watch(static_cast<QChildEvent*>(event)->child());
-    // A key that a constituent left unused has been offered before.
-    if (event->type() == QEvent::KeyPress && hasFocus() && swallows(*static_cast<QKeyEvent*>(event))) return true;
-    return QWidget::event(event);
-}
-
-bool UserControl::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::ChildAdded) watch(static_cast<QChildEvent*>(event)->child());
-    if (event->type() != QEvent::KeyPress) return QWidget::eventFilter(watched, event);
-    // One that comes up from a child of the watched one has been offered there.
-    const auto* const widget = qobject_cast<QWidget*>(watched);
-    const QWidget* const focus = QApplication::focusWidget();
-    const bool first = widget && (widget == focus || !widget->isAncestorOf(focus));
-    return first && swallows(*static_cast<QKeyEvent*>(event));
-}
-
-// Constituents are watched with all that they hold: whichever of them has the focus gets the keys.
-void UserControl::watch(QObject* object) {
-    if (!object->isWidgetType()) return;
-    object->installEventFilter(this);
-    for (QObject* child : object->children())
-        watch(child);
-}
-
-bool UserControl::swallows(const QKeyEvent& event) {
-    Integer code = keyCodeOf(event.key());
-    if (code == 0) return false;
-    Integer shift = shiftStateOf(event.modifiers());
-    KeyDown(code, shift);
-    return code == 0;
-}
 
 void UserControl::focusMoved(const QWidget* from, const QWidget* to) {
     const auto within = [this](const QWidget* widget) { return widget && (widget == this || isAncestorOf(widget)); };

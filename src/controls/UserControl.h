@@ -1,6 +1,7 @@
 #pragma once
 #include "base/PropertyBag.h"
 #include "base/types.h"
+#include "controls/KeyPreview.h"
 
 #include <QVariant>
 #include <QWidget>
@@ -62,15 +63,12 @@ protected:
     /// The control got another size.
     virtual void ResizeControl() {}
 
-    bool event(QEvent* event) override;
-    bool eventFilter(QObject* watched, QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
 private:
-    void watch(QObject* object);
-    bool swallows(const QKeyEvent& event);
     void focusMoved(const QWidget* from, const QWidget* to);
 
+    KeyPreview keys_;
     bool userMode_ = true;
     bool reading_ = false; // the properties are being set from a bag
 };

@@ -1,5 +1,5 @@
 #pragma once
-// Answers message boxes by a list and keeps what was shown.
+// Answers message boxes and input boxes by lists and keeps what was shown.
 #include "controls/Asker.h"
 
 #include <QList>
@@ -19,10 +19,23 @@ public:
         if (whileShown) whileShown();
         return answers.isEmpty() ? Long(vbOK) : answers.takeFirst();
     }
-    std::optional<QString> askText(const QString&, const QString&, const QString&) override { return {}; }
+    std::optional<QString> askText(const QString& prompt, const QString& caption, const QString& preset) override {
+        asked.append({prompt, caption, preset});
+        if (whileShown) whileShown();
+        return texts.isEmpty() ? std::nullopt : texts.takeFirst();
+    }
+
+    /// What an input box was opened with.
+    struct TextQuestion {
+        QString prompt;
+        QString caption;
+        QString preset;
+    };
 
     QList<Long> answers; ///< taken from the front; vbOK when used up
     QList<MessageBox> shown;
+    QList<std::optional<QString>> texts; ///< of the input boxes, likewise; cancelled when used up
+    QList<TextQuestion> asked;
     std::function<void()> whileShown; ///< what happens before the answer
 
 private:
