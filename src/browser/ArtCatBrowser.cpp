@@ -278,9 +278,9 @@ void ArtCatBrowser::RefreshPane(acbPanes Pane) {
     hub->rowRefresh->RefreshPane(Pane);
 }
 
-// There is no editor for positions yet: every call ends as a cancelled one.
-Long ArtCatBrowser::PositionEditor(Long, Long) {
-    return 0;
+Long ArtCatBrowser::PositionEditor(Long lValue, Long lMaxPos) {
+    const auto hub = d_; // the control may be deleted while the form is shown
+    return hub->articleOrder->PositionEditor(lValue, lMaxPos);
 }
 
 bool ArtCatBrowser::editKeys() const {

@@ -2,10 +2,14 @@
 
 #include "base/Clock.h"
 #include "base/Texts.h"
+#include "browser/ArtCatBrowser.h"
 #include "browser/ArtCatBrowserPrivate.h"
+#include "browser/dialogs/frmNewPosition.h"
 #include "controls/Asker.h"
 #include "core/CatalogQueries.h"
 #include "core/MessageService.h"
+
+#include <algorithm>
 
 namespace mkl {
 
@@ -14,6 +18,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr Long sortQuestion = 1033;
+constexpr Long highestWithoutLimit = 1000; // of the position editor
 
 // The list's statement has a column of that name for each of its tables.
 constexpr QStringView changedInStatement = u"ARTKAT.LetzteÄnderung";
@@ -163,6 +168,24 @@ void ArticleOrder::ReorderAlphabetical(Long CatID, const QString& CatName, bool 
         hub_.state.Edited = true;
         hub_.selection->NodeClick(*node);
     });
+}
+
+Long ArticleOrder::PositionEditor(Long lValue, Long lMaxPos) const {
+    Long chosen = 0;
+    hub_.errorFrame.reader(u"PositionEditor"_s, [&] {
+        // 1.
+        frmNewPosition form(&hub_.face);
+        form.UD.setRange(1, lMaxPos < 1 ? highestWithoutLimit : lMaxPos);
+        form.UD.setValue(std::max(lValue, 1));
+        form.UD.selectAll();
+        // 2.
+        form.Show();
+        // 3.
+        if (form.chkCancel.Value() != 0) return;
+        const Long position = form.UD.Value();
+        if (lValue < 1 || position != lValue) chosen = position;
+    });
+    return chosen;
 }
 
 bool ArticleOrder::isSortWanted(const QString& category, bool descending) const {

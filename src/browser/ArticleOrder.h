@@ -27,6 +27,10 @@ public:
     bool LV_SwapPositions(Long RowID1, Long Order1, Long RowID2, Long Order2);
     /// Asks, then numbers by name what the list's filter lets pass. Without a row the transaction stays open.
     void ReorderAlphabetical(Long CatID, const QString& CatName, bool Descending);
+    /// Asks for a position from 1 to lMaxPos (below 1: 1000); lValue is the present one (below 1: none) and stands in
+    /// the field. 0 where the user cancels or confirms the present position, and after a failure. A present position
+    /// beyond lMaxPos shows as lMaxPos, and to confirm that is a change.
+    Long PositionEditor(Long lValue, Long lMaxPos) const;
 
 private:
     Ref<dao::Recordset> rowsOf(Long category, bool useFilter) const;
