@@ -31,6 +31,7 @@ public:
     mkl::Ref<dao::Database> database;
     std::unique_ptr<RawDatabase> raw;
 
+    const mkl::Ref<dao::Workspace>& workspace() const { return workspace_; }
     QString file() const { return folder_.filePath(QStringLiteral("pool.sqlite")); }
 
 private:

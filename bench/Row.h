@@ -44,5 +44,8 @@ Result fillWidgetRow();
 Result fillMemoryRow();
 Result clickRow();
 Result scrollRow();
+Result renumberRow();
+Result moveRow();
+Result addRow();
 
 } // namespace bench

@@ -1,0 +1,205 @@
+// What the clerk does with the articles of a category of 10,000: numbering, moving, adding; beside the plain C
+// interface that writes the same rows.
+#include "bench/BrowserOnPool.h"
+#include "bench/Row.h"
+#include "browser/ArtCatBrowserPrivate.h"
+#include "controls/FormRunner.h"
+
+#include <QDialog>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace mkl {
+
+/// What stands behind the control.
+class BrowserHost {
+public:
+    static ArtCatBrowserPrivate& hubOf(const ArtCatBrowser& browser) { return *browser.d_; }
+};
+
+} // namespace mkl
+
+namespace bench {
+
+namespace {
+
+constexpr int Runs = 5;
+constexpr int Positions = 10'000;
+constexpr int Added = 1'000;
+constexpr int Category = 13; // one of the demo catalogue's own
+
+/// Confirms every form as it comes up.
+class ConfirmingRunner final : public mkl::FormRunner {
+public:
+    ConfirmingRunner()
+        : former_(mkl::setFormRunner(this)) {}
+    ~ConfirmingRunner() override { mkl::setFormRunner(former_); }
+    Q_DISABLE_COPY_MOVE(ConfirmingRunner)
+
+    int run(QDialog& form) override {
+        form.findChild<mkl::ButtonBar*>()->click(mkl::ButtonBar::Confirm);
+        return 0;
+    }
+
+private:
+    mkl::FormRunner* former_;
+};
+
+/// A browser that shows the category with its 10,000 articles.
+class BrowserOnCategory {
+public:
+    BrowserOnCategory() {
+        host.browser.setWorkspace(host.pool.workspace());
+        fill();
+        show();
+    }
+
+    /// The category with articles at positions 1 to 10,000, whatever was there before.
+    void fill() const {
+        exec(
+            u"DELETE FROM ARTKAT;"
+            "INSERT INTO ARTKAT (\"Artikel-Schlüssel\", \"Kategorie-Schlüssel\", \"Order\") SELECT artikel, %1, n FROM "
+            "(SELECT row_number() OVER () AS n, \"Artikel-Schlüssel\" AS artikel FROM ARTIKEL LIMIT %2)"_s.arg(Category)
+                .arg(Positions));
+    }
+    void show() {
+        host.browser.RefreshPane(mkl::acbPaneCategoryTree);
+        host.browser.setSelected(mkl::acbPaneCategoryTree, Category);
+        if (host.browser.ArticleListView()->ListItems().Count() != Positions) qFatal("the list is incomplete");
+    }
+    void exec(const QString& statements) const {
+        host.pool.raw->require(
+            sqlite3_exec(host.pool.raw->handle(), statements.toUtf8().constData(), nullptr, nullptr, nullptr));
+    }
+    std::vector<int> rowKeys() const {
+        std::vector<int> keys;
+        const RawStatement statement(*host.pool.raw, "SELECT ArtKatID FROM ARTKAT ORDER BY \"Order\"");
+        while (statement.step())
+            keys.push_back(statement.integer(0));
+        return keys;
+    }
+    /// Positions from 1 in that sequence of rows, by key, in one transaction.
+    void numberRaw(const std::vector<int>& keys) const {
+        exec(u"BEGIN IMMEDIATE"_s);
+        RawStatement update(
+            *host.pool.raw,
+            "UPDATE ARTKAT SET \"Order\" = ?1, LetzteÄnderung = '2026-11-21 12:00:00' WHERE ArtKatID = ?2");
+        int position = 0;
+        for (const int key : keys) {
+            update.bind(1, ++position);
+            update.bind(2, key);
+            update.step();
+            update.reset();
+        }
+        exec(u"COMMIT"_s);
+    }
+    /// For each of the last articles: is it there, else in with it.
+    void addRaw() const {
+        exec(u"BEGIN IMMEDIATE"_s);
+        RawStatement find(*host.pool.raw, "SELECT ArtKatID FROM ARTKAT WHERE \"Artikel-Schlüssel\" = ?1 AND "
+                                          "\"Kategorie-Schlüssel\" = ?2");
+        RawStatement insert(*host.pool.raw, "INSERT INTO ARTKAT (\"Artikel-Schlüssel\", \"Kategorie-Schlüssel\", "
+                                            "\"Order\", LetzteÄnderung) VALUES (?1, ?2, ?3, '2026-11-21 12:00:00')");
+        const auto& articles = host.list().ListItems();
+        for (int row = 0; row < Added; ++row) {
+            const int article = articles.Item(mkl::Long(Articles - row))->Tag().toLong();
+            find.bind(1, article);
+            find.bind(2, Category);
+            const bool isThere = find.step();
+            find.reset();
+            if (isThere) continue;
+            insert.bind(1, article);
+            insert.bind(2, Category);
+            insert.bind(3, Positions + 1 + row);
+            insert.step();
+            insert.reset();
+        }
+        exec(u"COMMIT"_s);
+    }
+    mkl::ArtCatBrowserPrivate& hub() const { return mkl::BrowserHost::hubOf(host.browser); }
+
+    BrowserOnPool host;
+};
+
+double median(std::vector<double> times) {
+    std::ranges::sort(times);
+    return times.at(times.size() / 2);
+}
+
+/// Ours and the baseline in turns.
+Result inTurns(const std::function<void()>& ours, const std::function<void()>& raw) {
+    std::vector<double> ourTimes, rawTimes;
+    for (int run = 0; run < Runs; ++run) {
+        ourTimes.push_back(medianSeconds(1, ours));
+        rawTimes.push_back(medianSeconds(1, raw));
+    }
+    Result result;
+    result.unit = u"s"_s;
+    result.goal = 3;
+    result.ours = median(ourTimes);
+    result.baselines = {{u"C API"_s, median(rawTimes)}};
+    return result;
+}
+
+} // namespace
+
+Result renumberRow() {
+    const BrowserOnCategory category;
+    const std::vector<int> keys = category.rowKeys();
+    const auto ours = [&] {
+        category.host.pool.workspace()->BeginTrans();
+        category.hub().articleOrder->Cat_RenumberArticles(Category, 0, 0);
+        category.host.pool.workspace()->CommitTrans();
+    };
+    Result result = inTurns(ours, [&] { category.numberRaw(keys); });
+    result.work = u"Cat_RenumberArticles over 10,000 positions, with its transaction"_s;
+    return result;
+}
+
+Result moveRow() {
+    const BrowserOnCategory category;
+    std::vector<int> keys = category.rowKeys();
+    bool done = true;
+    // From the last to the first place, so that every row is written.
+    const auto ours = [&] {
+        done &= category.hub().articleOrder->ReorderCategories(1, Positions, keys.front(), keys.back(), Category);
+        std::ranges::rotate(keys, keys.end() - 1);
+    };
+    Result result = inTurns(ours, [&] { category.numberRaw(keys); });
+    if (!done) qFatal("a move has failed");
+    result.work = u"ReorderCategories from the last to the first of 10,000 positions"_s;
+    return result;
+}
+
+// The last articles of the pool are in no category; they come behind the last position.
+Result addRow() {
+    BrowserOnCategory category;
+    mkl::ListView& pool = category.host.list();
+    ConfirmingRunner confirming;
+    mkl::Long added = 0;
+    std::vector<double> ours, raw;
+    for (int run = 0; run < Runs; ++run) {
+        pool.deselectOthers({});
+        for (int row = 0; row < Added; ++row)
+            pool.ListItems().Item(mkl::Long(Articles - row))->setSelected(true);
+        ours.push_back(medianSeconds(1, [&] {
+            added = category.hub().dropActions->DragDrop_AddArticles(Category, u"Ziel"_s, mkl::acbPaneArticlePool, 0,
+                                                                     {}, 0);
+        }));
+        if (added != Added) qFatal("articles are missing");
+        category.fill();
+        raw.push_back(medianSeconds(1, [&] { category.addRaw(); }));
+        category.fill();
+    }
+    Result result;
+    result.work = u"a drop of 1,000 articles behind the 10,000 of a category, of 1,000,000"_s;
+    result.unit = u"s"_s;
+    result.goal = 3;
+    result.ours = median(ours);
+    result.baselines = {{u"C API"_s, median(raw)}};
+    return result;
+}
+
+} // namespace bench
