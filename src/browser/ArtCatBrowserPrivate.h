@@ -1,11 +1,14 @@
 #pragma once
 // The hub of the browser: it owns the state, the constituent controls and the rooms, which know each other through it.
 #include "browser/ArticleActivation.h"
+#include "browser/ArticleAssignment.h"
 #include "browser/ArticleOrder.h"
 #include "browser/ArticlePanes.h"
 #include "browser/BrowserState.h"
 #include "browser/BrowserUi.h"
 #include "browser/CategoryTree.h"
+#include "browser/DropActions.h"
+#include "browser/EditKeys.h"
 #include "browser/HelpSettings.h"
 #include "browser/KeyCommands.h"
 #include "browser/PaneLayout.h"
@@ -47,9 +50,12 @@ public:
     std::unique_ptr<Finder> m_Finder;
 
     const std::unique_ptr<ArticleActivation> articleActivation;
+    const std::unique_ptr<ArticleAssignment> articleAssignment;
     const std::unique_ptr<ArticleOrder> articleOrder;
     const std::unique_ptr<ArticlePanes> articlePanes;
     const std::unique_ptr<CategoryTree> categoryTree;
+    const std::unique_ptr<DropActions> dropActions;
+    const std::unique_ptr<EditKeys> editKeys;
     const std::unique_ptr<HelpSettings> helpSettings;
     const std::unique_ptr<KeyCommands> keyCommands;
     const std::unique_ptr<PaneLayout> paneLayout;

@@ -4,6 +4,8 @@
 #include "base/Texts.h"
 #include "browser/ArtCatBrowser.h"
 #include "browser/ArtCatBrowserPrivate.h"
+#include "browser/ArticleRow.h"
+#include "browser/NodeText.h"
 #include "browser/dialogs/frmNewPosition.h"
 #include "controls/Asker.h"
 #include "core/CatalogQueries.h"
@@ -24,10 +26,6 @@ constexpr Long highestWithoutLimit = 1000; // of the position editor
 constexpr QStringView changedInStatement = u"ARTKAT.LetzteÄnderung";
 constexpr QStringView changedInTable = u"LetzteÄnderung";
 
-Long sum(Long position, Long step) {
-    return roundToLong(static_cast<double>(position) + step);
-}
-
 void write(dao::Recordset& row, QStringView changed, Long position) {
     row.Edit();
     row.setValue(u"Order", position);
@@ -36,6 +34,10 @@ void write(dao::Recordset& row, QStringView changed, Long position) {
 }
 
 } // namespace
+
+Long sumOfPositions(Long position, Long step) {
+    return roundToLong(static_cast<double>(position) + step);
+}
 
 Ref<dao::Recordset> ArticleOrder::rowsOf(Long category, bool useFilter) const {
     return hub_.state.Backend->OpenRecordset(hub_.articlePanes->ListStatement(category, useFilter), dao::dbOpenDynaset);
@@ -56,30 +58,33 @@ void ArticleOrder::renumber(Long category, Long startPos, Long gap) const {
     // 2.
     Long number = 1;
     // 3.
-    if (startPos > 1 && standsBehindAll(category, startPos)) return;
+    if (startPos > 1) {
+        const std::optional<Long> highest = MaxOrder(category);
+        if (highest && startPos > *highest) return;
+    }
     // 4.
     if (startPos != 0) {
         rows->FindFirst(u"[Order]="_s + QString::number(startPos));
         if (rows->NoMatch())
             hub_.reportVanishedRecord(); // the rows have no current one now, at which the next Edit ends this
         else
-            number = sum(rows->value(u"Order").toLong(), gap);
+            number = sumOfPositions(rows->value(u"Order").toLong(), gap);
     }
     // 5.
     do {
         write(*rows, changedInStatement, number);
-        number = sum(number, 1);
+        number = sumOfPositions(number, 1);
         rows->MoveNext();
     } while (!rows->Eof());
 }
 
-bool ArticleOrder::standsBehindAll(Long category, Long position) const {
+std::optional<Long> ArticleOrder::MaxOrder(Long CatID) const {
     QString statement = catalogQueries().MaxOrderOfCategory();
-    statement.replace(u"##"_s, QString::number(category));
+    statement.replace(u"##"_s, QString::number(CatID));
     const Ref<dao::Recordset> rows = hub_.state.Backend->OpenRecordset(statement, dao::dbOpenSnapshot);
-    if (rows->RecordCount() < 1) return false;
+    if (rows->RecordCount() < 1) return {};
     const Variant highest = rows->value(u"MaxOrder");
-    return position > (highest.isNull() ? 0 : highest.toLong());
+    return highest.isNull() ? 0 : highest.toLong();
 }
 
 bool ArticleOrder::ReorderCategories(Long NewPos, Long CurPos, Long TargetRowID, Long MovedRowID, Long CatID) {
@@ -106,11 +111,11 @@ void ArticleOrder::move(dao::Recordset& rows, Long newPos, Long curPos, Long tar
     const Long target = rows.value(u"Order").toLong();
     const bool up = newPos <= curPos;
     const Long step = up ? 1 : -1;
-    Long number = sum(target, step);
+    Long number = sumOfPositions(target, step);
     while (!(up ? rows.Eof() : rows.Bof())) {
         const bool isMoved = rows.value(u"ArtKatID").toLong() == movedRow;
         write(rows, changedInStatement, isMoved ? target : number);
-        if (!isMoved) number = sum(number, step);
+        if (!isMoved) number = sumOfPositions(number, step);
         if (up)
             rows.MoveNext();
         else
@@ -191,6 +196,59 @@ Long ArticleOrder::PositionEditor(Long lValue, Long lMaxPos) const {
 bool ArticleOrder::isSortWanted(const QString& category, bool descending) const {
     const QString direction = text(descending ? TextId::BrowserDescending : TextId::BrowserAscending);
     return messageService().ShowCoded(sortQuestion, vbYesNo | vbQuestion, {}, direction, category) == vbYes;
+}
+
+void ArticleOrder::kLV_NewPosition() {
+    hub_.errorFrame.reader(u"kLV_NewPosition_Click"_s, [&] {
+        // 1.
+        const Ref<ListItem> row = hub_.ui.LV->SelectedItem();
+        const Long current = positionOfListRow(*row);
+        const Long wanted = PositionEditor(current, hub_.ui.LV->ListItems().Count());
+        if (wanted == 0 || hub_.state.closed) return;
+        moveRow(*row, current, wanted, hub_.selection->ArtKatID_FromPosition(wanted));
+    });
+}
+
+void ArticleOrder::moveSelected(Long step) {
+    hub_.errorFrame.reader(u"kLV_NewPosition_Click"_s, [&] {
+        const Ref<ListItem> row = hub_.ui.LV->SelectedItem();
+        if (!row) return;
+        const Long current = positionOfListRow(*row);
+        Ref<ListItem> neighbour;
+        for (const Ref<ListItem>& each : hub_.ui.LV->ListItems()) {
+            const qint64 distance = (qint64(positionOfListRow(*each)) - current) * step;
+            const bool isNearer = !neighbour || distance < (qint64(positionOfListRow(*neighbour)) - current) * step;
+            if (distance > 0 && isNearer) neighbour = each;
+        }
+        if (neighbour) moveRow(*row, current, positionOfListRow(*neighbour), neighbour->Tag().toLong());
+    });
+}
+
+void ArticleOrder::moveRow(ListItem& row, Long curPos, Long newPos, Long targetRow) {
+    const Ref<ListItem> moved = &row;
+    // 2.
+    const QString key = row.Key();
+    const Long category = hub_.ui.TV->SelectedItem()->Tag().toLong();
+    // 3.
+    if (!ReorderCategories(newPos, curPos, targetRow, row.Tag().toLong(), category)) return;
+    hub_.articlePanes->PopulateLV(category);
+    if (hub_.state.closed) return;
+    const Ref<ListItem> item = hub_.ui.LV->ListItems().Item(key);
+    hub_.ui.LV->setSelectedItem(item);
+    hub_.selection->ListItemClick(*item);
+}
+
+void ArticleOrder::kLV_SortInc() {
+    hub_.errorFrame.reader(u"kLV_SortInc_Click"_s, [&] { sortSelected(false); });
+}
+
+void ArticleOrder::kLV_SortDesc() {
+    hub_.errorFrame.reader(u"kLV_SortDesc_Click"_s, [&] { sortSelected(true); });
+}
+
+void ArticleOrder::sortSelected(bool descending) {
+    const Ref<Node> node = hub_.ui.TV->SelectedItem();
+    if (node) ReorderAlphabetical(node->Tag().toLong(), NameFromNodeText(node->Text()), descending);
 }
 
 } // namespace mkl

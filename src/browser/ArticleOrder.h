@@ -3,6 +3,7 @@
 #include "base/types.h"
 
 #include <QString>
+#include <optional>
 
 namespace dao {
 class Recordset;
@@ -11,6 +12,10 @@ class Recordset;
 namespace mkl {
 
 class ArtCatBrowserPrivate;
+class ListItem;
+
+/// A position and how many behind it; error 6 beyond the range of a Long.
+Long sumOfPositions(Long position, Long step);
 
 /// The sequence of the articles within a category: column [Order] of ARTKAT. Every row that is written gets the date.
 class ArticleOrder {
@@ -32,12 +37,23 @@ public:
     /// beyond lMaxPos shows as lMaxPos, and to confirm that is a change.
     Long PositionEditor(Long lValue, Long lMaxPos) const;
 
+    /// The highest position in the category, 0 where it has no positions; none if the question has no answer.
+    std::optional<Long> MaxOrder(Long CatID) const;
+
+    /// The menu entries: another position for the selected row, the selected category by name.
+    void kLV_NewPosition();
+    void kLV_SortInc();
+    void kLV_SortDesc();
+    /// Moves the selected row by one place, up (-1) or down (1) in the sequence of the positions.
+    void moveSelected(Long step);
+
 private:
     Ref<dao::Recordset> rowsOf(Long category, bool useFilter) const;
-    bool standsBehindAll(Long category, Long position) const;
     void renumber(Long category, Long startPos, Long gap) const;
     static void move(dao::Recordset& rows, Long newPos, Long curPos, Long targetRow, Long movedRow);
     void place(Long row, Long position) const;
+    void moveRow(ListItem& row, Long curPos, Long newPos, Long targetRow);
+    void sortSelected(bool descending);
     bool isSortWanted(const QString& category, bool descending) const;
 
     ArtCatBrowserPrivate& hub_;

@@ -38,6 +38,10 @@ Long articleOfListRow(const ListItem& row) {
     return row.SubItems(1).toInt();
 }
 
+Long positionOfListRow(const ListItem& row) {
+    return row.Text().toInt();
+}
+
 QString activeIcon(const Variant& active) {
     static const QString on = u"On"_s, off = u"Off"_s; // rows of a large pool share them
     return !active.isNull() && active.toBoolean() ? on : off;

@@ -20,6 +20,8 @@ QString rowKey(Long key);
 
 /// The article of a row of the list pane; 0 where its text is no number.
 Long articleOfListRow(const ListItem& row);
+/// Its position, likewise.
+Long positionOfListRow(const ListItem& row);
 
 /// "On" for what is active, else "Off"; Null is not active.
 QString activeIcon(const Variant& active);

@@ -5,9 +5,7 @@
 #include "browser/ArticleRow.h"
 #include "controls/Extender.h"
 
-#include <algorithm>
 #include <array>
-#include <vector>
 
 namespace mkl {
 
@@ -15,18 +13,11 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-enum Keys : Integer { keyReturn = 13, keyE = 'E', keyF5 = 116, keyF6 = 117 };
-enum Shifts : Integer { none = 0, shiftKey = 1, ctrlKey = 2, altKey = 4 };
+enum Keys : Integer { keyReturn = 13, keyF5 = 116, keyF6 = 117 };
+enum Shifts : Integer { none = 0, shiftKey = 1, altKey = 4 };
 
 // From left to right.
 constexpr std::array panes{acbPaneArticlePool, acbPaneCategoryTree, acbPaneArticleList};
-
-std::vector<Ref<ListItem>> selectedRows(const ListView& list) {
-    std::vector<Ref<ListItem>> rows;
-    for (const Ref<ListItem>& item : list.ListItems())
-        if (item->Selected()) rows.push_back(item);
-    return rows;
-}
 
 } // namespace
 
@@ -43,7 +34,7 @@ bool KeyCommands::runOn(acbPanes pane, Integer keyCode, Integer shift) {
         if (keyCode == keyF6 && (shift == none || shift == shiftKey)) done = goToPane(pane, shift == none ? 1 : -1);
         if (keyCode == keyF5 && shift == none) done = refresh(pane);
         if (keyCode == keyReturn && shift == altKey) done = showProperties(pane);
-        if (keyCode == keyE && shift == ctrlKey && hub_.state.editKeys) done = activate(pane);
+        done = done || hub_.editKeys->run(pane, keyCode, shift);
     });
     return done;
 }
@@ -68,7 +59,7 @@ bool KeyCommands::refresh(acbPanes pane) {
 }
 
 bool KeyCommands::showProperties(acbPanes pane) {
-    if (!offers(pane, acbMenuProperties)) return false;
+    if (!menuOffers(hub_, pane, acbMenuProperties)) return false;
     if (pane == acbPaneCategoryTree) {
         const Ref<Node> node = hub_.ui.TV->SelectedItem();
         if (node) Q_EMIT hub_.face.MenuPropertiesClick(node->Tag().toLong(), pane);
@@ -81,35 +72,6 @@ bool KeyCommands::showProperties(acbPanes pane) {
     if (item && isOffered)
         Q_EMIT hub_.face.MenuPropertiesClick(isPool ? item->Tag().toLong() : articleOfListRow(*item), pane);
     return true;
-}
-
-bool KeyCommands::activate(acbPanes pane) {
-    if (pane == acbPaneCategoryTree || !offers(pane, acbMenuActivate)) return false;
-    return pane == acbPaneArticlePool ? activatePoolArticle() : activateListArticles();
-}
-
-bool KeyCommands::activatePoolArticle() {
-    const ListView& pool = *hub_.ui.LVArt;
-    const Ref<ListItem> item = pool.SelectedItem();
-    if (item && pool.SelectedCount() == 1)
-        hub_.articleActivation->LVActivate(item->Tag().toLong(), acbPaneArticlePool, !isActiveIcon(item->SmallIcon()));
-    return true;
-}
-
-// As long as one of them is inactive they become active.
-bool KeyCommands::activateListArticles() {
-    const std::vector<Ref<ListItem>> rows = selectedRows(*hub_.ui.LV);
-    const bool active = !std::ranges::all_of(rows, [](const auto& row) { return isActiveIcon(row->SmallIcon()); });
-    for (const Ref<ListItem>& row : rows) {
-        const Long article = articleOfListRow(*row);
-        if (article > 0 && !hub_.state.closed) hub_.articleActivation->LVActivate(article, acbPaneArticleList, active);
-    }
-    return true;
-}
-
-bool KeyCommands::offers(acbPanes pane, acbMenus entry) const {
-    const acbMenus shown = hub_.state.ShowMenu[static_cast<size_t>(pane)];
-    return !(shown & acbMenuNone) && (shown & entry);
 }
 
 ItemView& KeyCommands::viewOf(acbPanes pane) const {

@@ -5,7 +5,6 @@ namespace mkl {
 
 class ArtCatBrowserPrivate;
 class ItemView;
-class ListItem;
 
 /// Keys that do what menus and members do. A key works at run time, on the pane that has the focus, and where it stands
 /// for a menu entry only as long as the menu would offer that.
@@ -22,10 +21,6 @@ private:
     bool goToPane(acbPanes from, int step);
     bool refresh(acbPanes pane);
     bool showProperties(acbPanes pane);
-    bool activate(acbPanes pane);
-    bool activatePoolArticle();
-    bool activateListArticles();
-    bool offers(acbPanes pane, acbMenus entry) const;
     ItemView& viewOf(acbPanes pane) const;
 
     ArtCatBrowserPrivate& hub_;

@@ -146,7 +146,7 @@ Long Selection::ArtKatID_FromArticle(Long ArticleKey) const {
 }
 
 Long Selection::ArtKatID_FromPosition(Long Position) const {
-    return firstAssignment(*hub_.ui.LV, Position, [](const ListItem& item) { return Long(item.Text().toInt()); });
+    return firstAssignment(*hub_.ui.LV, Position, positionOfListRow);
 }
 
 Long& Selection::selectedKey(acbPanes pane) const {

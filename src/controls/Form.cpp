@@ -26,7 +26,9 @@ void Form::Show() {
         return;
     }
     standOverOwner();
+    const QPointer<QWidget> below = owner_ && owner_->isActiveWindow() ? owner_->window() : nullptr;
     formRunner().run(*this);
+    if (below) below->activateWindow(); // not every window system gives the focus back
 }
 
 void Form::standOverOwner() {

@@ -49,6 +49,14 @@ void ListView::deselectOthers(const Ref<ListItem>& item) {
     if (stays) select(*item, true);
 }
 
+void ListView::deselect(const std::vector<Ref<ListItem>>& items) {
+    for (const Ref<ListItem>& item : items)
+        checkOwn(item);
+    for (const Ref<ListItem>& item : items)
+        mark(*item, false);
+    if (awake() && !items.empty()) restore();
+}
+
 void ListView::setDropHighlight(const Ref<ListItem>& item) {
     checkOwn(item);
     setDropTarget(item);

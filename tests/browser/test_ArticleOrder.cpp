@@ -1,17 +1,16 @@
-#include "browser/BrowserHost.h"
+#include "browser/AssignmentHost.h"
+#include "browser/dialogs/frmNewPosition.h"
 #include "dao/WorkspaceNotifier.h"
-#include "support/StandingClock.h"
+#include "support/ScriptedForms.h"
 
 using namespace mkl;
 
 namespace {
 
-constexpr double today = 46347.5; // 2026-11-21 12:00
-
-class ArticleOrderTest : public BrowserHost {
+class ArticleOrderTest : public AssignmentHost {
 protected:
     ArticleOrderTest()
-        : BrowserHost(u"41 Schrauben\n50 Werkzeug: 1 Zange, 2 Ahle"_s) {}
+        : AssignmentHost(u"41 Schrauben\n50 Werkzeug: 1 Zange, 2 Ahle"_s) {}
 
     /// Gives category 41 articles at these positions, assignments and articles from 101 on, and shows them.
     void fill(const QList<Long>& positions, const QStringList& names = {}) {
@@ -22,28 +21,11 @@ protected:
             catalogue.run(
                 u"INSERT INTO ARTKAT VALUES (%1, %1, 41, %2, '2001-01-01 00:00:00')"_s.arg(key).arg(position));
         }
-        browser->Populate();
-        browser->setSelected(acbPaneCategoryTree, 41);
-        events.take();
+        show(41);
     }
-    /// The positions by assignment; "*" behind those that got the date.
-    QString positions(Long category = 41) const {
-        QStringList result;
-        const auto rows = catalogue.database()->OpenRecordset(
-            u"SELECT [Order], LetzteÄnderung FROM ARTKAT WHERE [Kategorie-Schlüssel]=%1 ORDER BY ArtKatID"_s.arg(
-                category),
-            dao::dbOpenSnapshot);
-        for (; !rows->Eof(); rows->MoveNext()) {
-            const Variant changed = rows->value(u"LetzteÄnderung");
-            const bool isNew = !changed.isNull() && changed.toDate() == today;
-            result.append(QString::number(rows->value(u"Order").toLong()) + (isNew ? u"*"_s : QString()));
-        }
-        return result.join(u' ');
-    }
+    using AssignmentHost::positions;
+    QString positions() const { return positions(41); }
     ArticleOrder& order() const { return *hub().articleOrder; }
-    int depth() const { return catalogue.workspace()->transactionDepth(); }
-
-    const StandingClock clock_{today};
 };
 
 } // namespace
@@ -254,4 +236,114 @@ TEST_F(ArticleOrderTest, theControlMayBeClosedByTheQuestion) {
     kept->articleOrder->ReorderAlphabetical(41, u"Schrauben"_s, false);
     EXPECT_EQ(positions(), u"1 2"_s);
     EXPECT_EQ(depth(), 0);
+}
+
+// --- the menu entries -----------------------------------------------------------------------------------------------
+
+namespace {
+
+class OrderMenuTest : public ArticleOrderTest {
+protected:
+    /// The user types the position and confirms.
+    void type(Long position) {
+        forms.answers.append([position](QDialog& dialog) {
+            auto& form = dynamic_cast<frmNewPosition&>(dialog);
+            form.UD.setValue(position);
+            form.TB.Buttons(u"OK"_s).click();
+        });
+    }
+    void newPosition(Long row, Long position) {
+        list().setSelectedItem(list().ListItems().Item(row));
+        type(position);
+        order().kLV_NewPosition();
+    }
+
+    ScriptedForms forms;
+};
+
+} // namespace
+
+TEST_F(OrderMenuTest, theSelectedArticleGoesToItsNewPosition) {
+    fill({1, 2, 3, 4, 5});
+    newPosition(2, 4);
+    EXPECT_EQ(positions(), u"1* 4* 2* 3* 5"_s);
+    EXPECT_EQ(selectedRow(list()), u"004 0102"_s);
+    EXPECT_EQ(browser->Selected(acbPaneArticleList), 102);
+    EXPECT_EQ(events.take(), (QStringList{u"ItemSelected(102, 1)"_s, u"ItemClick(A102, 102, 1)"_s}));
+    EXPECT_TRUE(browser->Edited());
+    EXPECT_EQ(depth(), 0);
+}
+
+TEST_F(OrderMenuTest, thePresentPositionConfirmedWritesNothing) {
+    fill({1, 2, 3});
+    newPosition(2, 2);
+    EXPECT_EQ(positions(), u"1 2 3"_s);
+    EXPECT_FALSE(browser->Edited());
+}
+
+TEST_F(OrderMenuTest, aPositionBeyondTheNumberOfRowsIsClampedAndMoves) {
+    fill({2, 3, 9}); // the dialog goes to 3, the number of rows
+    newPosition(3, 9);
+    EXPECT_EQ(positions(), u"2 4* 3*"_s);
+    EXPECT_EQ(selectedRow(list()), u"003 0103"_s);
+}
+
+TEST_F(OrderMenuTest, aPositionThatNoRowShowsIsReported) {
+    fill({1, 3, 4});
+    newPosition(1, 2);
+    EXPECT_EQ(positions(), u"1 3 4"_s);
+    EXPECT_EQ(takeReports(), QStringList{u"ReorderCategories: 3021"_s});
+    EXPECT_FALSE(browser->Edited());
+    EXPECT_EQ(depth(), 0);
+}
+
+TEST_F(OrderMenuTest, withoutARowTheEntryReports) {
+    fill({});
+    order().kLV_NewPosition();
+    EXPECT_EQ(takeReports(), QStringList{u"kLV_NewPosition_Click: 91"_s});
+}
+
+TEST_F(OrderMenuTest, theDialogMayCloseTheControl) {
+    fill({1, 2, 3});
+    list().setSelectedItem(list().ListItems().Item(1));
+    forms.answers.append([this](QDialog&) { browser.reset(); });
+    const auto kept = hub().shared_from_this();
+    kept->articleOrder->kLV_NewPosition();
+    EXPECT_EQ(positions(), u"1 2 3"_s);
+    EXPECT_EQ(takeReports(), QStringList());
+}
+
+TEST_F(OrderMenuTest, sortsTheSelectedCategory) {
+    fill({1, 2, 3}, {u"Ofen"_s, u"Zange"_s, u"Ahle"_s});
+    user.answers = {vbYes, vbYes};
+    order().kLV_SortInc();
+    EXPECT_EQ(positions(), u"2* 3* 1*"_s);
+    EXPECT_TRUE(user.shown.first().text.contains(u"'Schrauben' wirklich alphabetisch aufsteigend"_s));
+    order().kLV_SortDesc();
+    EXPECT_EQ(positions(), u"2* 1* 3*"_s);
+    EXPECT_EQ(positions(50), u"1 2"_s);
+    EXPECT_EQ(takeReports(), QStringList());
+}
+
+TEST_F(OrderMenuTest, withoutANodeNothingIsSorted) {
+    order().kLV_SortInc();
+    order().kLV_SortDesc();
+    EXPECT_TRUE(user.shown.isEmpty());
+    EXPECT_EQ(takeReports(), QStringList());
+}
+
+TEST_F(OrderMenuTest, aStepGoesToTheNeighbourByPosition) {
+    fill({1, 4, 9}, {u"c"_s, u"a"_s, u"b"_s});
+    list().setSelectedItem(list().ListItems().Item(1));
+    order().moveSelected(1);
+    EXPECT_EQ(positions(), u"4* 3* 9"_s);
+    list().setSortKey(2); // by name; the sequence of the positions counts
+    order().moveSelected(1);
+    EXPECT_EQ(positions(), u"9* 7* 8*"_s);
+    order().moveSelected(1); // behind the last one there is nothing
+    EXPECT_EQ(positions(), u"9* 7* 8*"_s);
+    EXPECT_EQ(list().SelectedItem()->Tag().toLong(), 101);
+    order().moveSelected(-1);
+    EXPECT_EQ(positions(), u"8* 7* 9*"_s);
+    EXPECT_EQ(takeReports(), QStringList());
 }

@@ -1,0 +1,99 @@
+#include "browser/EditKeys.h"
+
+#include "browser/ArtCatBrowserPrivate.h"
+#include "browser/ArticleRow.h"
+
+#include <algorithm>
+#include <array>
+
+namespace mkl {
+
+namespace {
+
+using Hub = ArtCatBrowserPrivate;
+
+// Virtual codes, and modifiers as in mouse events.
+enum Keys : Integer { keyUp = 38, keyDown = 40, keyInsert = 45, keyDelete = 46, keyE = 'E', keyF2 = 113 };
+enum Shifts : Integer { none = 0, ctrlKey = 2, altKey = 4 };
+
+struct EditKey {
+    acbPanes pane;
+    Integer keyCode;
+    Integer shift;
+    bool (*isOffered)(const Hub&);
+    void (*command)(Hub&);
+};
+
+bool hasRow(const ListView& list) {
+    return list.ListItems().Count() > 0 && list.SelectedItem();
+}
+
+bool mayDeletePosition(const Hub& hub) {
+    return menuOffers(hub, acbPaneArticleList, acbMenuDelete) && hasRow(*hub.ui.LV);
+}
+
+bool mayMovePosition(const Hub& hub) {
+    return menuOffers(hub, acbPaneArticleList, acbMenuEditPosition) && hasRow(*hub.ui.LV) &&
+           hub.ui.LV->SelectedCount() <= 1;
+}
+
+// No menu has an entry for what the mouse alone can do.
+bool mayAddArticles(const Hub& hub) {
+    return hub.state.AllowDragDrop && hub.ui.LVArt->SelectedCount() > 0 && hub.ui.TV->SelectedItem();
+}
+
+bool mayActivateInPool(const Hub& hub) {
+    return menuOffers(hub, acbPaneArticlePool, acbMenuActivate) && hasRow(*hub.ui.LVArt) &&
+           hub.ui.LVArt->SelectedCount() == 1;
+}
+
+// Of several rows the menu shows its entries whatever the flag says.
+bool mayActivateInList(const Hub& hub) {
+    return menuOffers(hub, acbPaneArticleList, acbMenuActivate) && hasRow(*hub.ui.LV);
+}
+
+void activateInPool(Hub& hub) {
+    const Ref<ListItem> item = hub.ui.LVArt->SelectedItem();
+    hub.articleActivation->LVActivate(item->Tag().toLong(), acbPaneArticlePool, !isActiveIcon(item->SmallIcon()));
+}
+
+// As long as one of them is inactive they become active.
+void activateInList(Hub& hub) {
+    ArticleAssignment::ItemList rows;
+    hub.articleAssignment->Article_SelectedArray(rows, acbPaneArticleList);
+    const bool active = !std::ranges::all_of(rows, [](const auto& row) { return isActiveIcon(row->SmallIcon()); });
+    for (const Ref<ListItem>& row : rows) {
+        const Long article = articleOfListRow(*row);
+        if (article > 0 && !hub.state.closed) hub.articleActivation->LVActivate(article, acbPaneArticleList, active);
+    }
+}
+
+constexpr std::array editKeys{
+    EditKey{acbPaneArticlePool, keyInsert, none, mayAddArticles, [](Hub& hub) { hub.dropActions->addPoolSelection(); }},
+    EditKey{acbPaneArticlePool, keyE, ctrlKey, mayActivateInPool, activateInPool},
+    EditKey{acbPaneArticleList, keyDelete, none, mayDeletePosition,
+            [](Hub& hub) { hub.articleAssignment->kLV_DeletePosition(); }},
+    EditKey{acbPaneArticleList, keyF2, none, mayMovePosition, [](Hub& hub) { hub.articleOrder->kLV_NewPosition(); }},
+    EditKey{acbPaneArticleList, keyUp, altKey, mayMovePosition, [](Hub& hub) { hub.articleOrder->moveSelected(-1); }},
+    EditKey{acbPaneArticleList, keyDown, altKey, mayMovePosition, [](Hub& hub) { hub.articleOrder->moveSelected(1); }},
+    EditKey{acbPaneArticleList, keyE, ctrlKey, mayActivateInList, activateInList},
+};
+
+} // namespace
+
+bool EditKeys::run(acbPanes pane, Integer KeyCode, Integer Shift) {
+    if (!hub_.state.editKeys) return false;
+    const auto key = std::ranges::find_if(editKeys, [&](const EditKey& each) {
+        return each.pane == pane && each.keyCode == KeyCode && each.shift == Shift;
+    });
+    if (key == editKeys.end() || !key->isOffered(hub_)) return false;
+    key->command(hub_);
+    return true;
+}
+
+bool menuOffers(const ArtCatBrowserPrivate& hub, acbPanes pane, acbMenus flag) {
+    const acbMenus shown = hub.state.ShowMenu[static_cast<size_t>(pane)];
+    return !(shown & acbMenuNone) && (shown & flag);
+}
+
+} // namespace mkl
