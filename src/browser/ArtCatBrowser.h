@@ -184,7 +184,7 @@ protected:
     void ResizeControl() override;
 
 private:
-    friend class BrowserHost; // tests reach the rooms through it
+    friend struct BrowserAccess; // tests reach the rooms through it
 
     const std::shared_ptr<ArtCatBrowserPrivate> d_;
 };

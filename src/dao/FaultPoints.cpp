@@ -11,6 +11,8 @@ struct Armed {
 };
 
 std::optional<Armed> armed;
+std::function<void(QByteArrayView)> statementObserver;
+std::function<bool()> lockWait;
 
 } // namespace
 
@@ -28,6 +30,26 @@ qint64 FaultPoints::reached() {
 
 bool FaultPoints::hasFired() {
     return armed && armed->reached >= armed->nth;
+}
+
+void FaultPoints::setObserver(std::function<void(QByteArrayView)> observer) {
+    statementObserver = std::move(observer);
+}
+
+void FaultPoints::setLockWait(std::function<bool()> wait) {
+    lockWait = std::move(wait);
+}
+
+void FaultPoints::observe(QByteArrayView native) {
+    if (statementObserver) statementObserver(native);
+}
+
+bool FaultPoints::waitsForLocks() {
+    return static_cast<bool>(lockWait);
+}
+
+bool FaultPoints::waitForLock() {
+    return lockWait && lockWait();
 }
 
 std::optional<StatementFault> FaultPoints::next(bool writes) {

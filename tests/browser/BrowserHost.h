@@ -1,13 +1,13 @@
 #pragma once
 // A host with a browser: its catalogue, the user's answers, the reported errors, the events in their order.
 #include "browser/ArtCatBrowser.h"
-#include "browser/ArtCatBrowserPrivate.h"
 #include "controls/ImageList.h"
 #include "controls/ListView.h"
 #include "controls/ProgressBar.h"
 #include "controls/Screen.h"
 #include "controls/StatusBar.h"
 #include "controls/TreeView.h"
+#include "support/BrowserAccess.h"
 #include "support/CatalogueFixture.h"
 #include "support/EventLog.h"
 #include "support/Printing.h"
@@ -45,7 +45,7 @@ protected:
     static QStringList textsOf(const ListView& view);
     Ref<ListItem> poolRow(Long article) const { return pool().ListItems().Item(u"A%1"_s.arg(article)); }
     /// What stands behind the control.
-    ArtCatBrowserPrivate& hub() const { return *browser->d_; }
+    ArtCatBrowserPrivate& hub() const { return BrowserAccess::hub(*browser); }
     /// Ticks an entry of a context menu, as its command does.
     void tick(const QString& entry, bool checked = true) const { hub().ui.menus.Item(entry).setChecked(checked); }
     /// The tree as indented lines of node texts.

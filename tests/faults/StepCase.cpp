@@ -2,8 +2,6 @@
 
 #include "support/Printing.h"
 
-#include <QFile>
-
 namespace mkl {
 
 using namespace Qt::StringLiterals;
@@ -13,28 +11,11 @@ namespace {
 constexpr Long givenUp = 3246;
 constexpr Long noTransaction = 3034;
 
-QByteArray pragmas(JournalMode mode) {
-    return QByteArray("PRAGMA page_size=512; PRAGMA journal_mode=") +
-           (mode == JournalMode::WriteAhead ? "WAL;" : "DELETE;");
-}
-
-// A table that no step touches, for trying whether the workspace can write.
-const QByteArray probe = "CREATE TABLE Probe (Nr INTEGER PRIMARY KEY); INSERT INTO Probe VALUES (1);";
-
-void tryWrite(dao::Database& database) {
-    database.Execute(u"UPDATE Probe SET Nr=2"_s, dao::dbFailOnError);
-}
-
 std::string number(Long error) {
     return std::to_string(error);
 }
 
 } // namespace
-
-PointRange rangeFor(int fault) {
-    static const bool full = qEnvironmentVariableIsSet("MKL_FULL");
-    return full ? PointRange() : PointRange{1 + fault % 4, 4};
-}
 
 QByteArray twoTables(int count) {
     return "CREATE TABLE T (Nr INTEGER PRIMARY KEY, Name TEXT, Pos INTEGER); CREATE INDEX Namen ON T (Name);"
@@ -42,42 +23,6 @@ QByteArray twoTables(int count) {
            "WITH RECURSIVE g(i) AS (VALUES (1) UNION ALL SELECT i+1 FROM g WHERE i<" +
            QByteArray::number(count) +
            ") INSERT INTO T SELECT i, 'Artikel Nummer ' || i || hex(zeroblob(30)), i FROM g;";
-}
-
-FaultFile::FaultFile(const QByteArray& tables, JournalMode mode)
-    : file_(pragmas(mode) + tables + probe)
-    , before_(file_.bytes()) {
-    FaultVfs::installAsDefault(); // for the sake of speed: nothing here waits for the disk
-}
-
-void FaultFile::restore() const {
-    for (const QString& suffix : {u"-journal"_s, u"-wal"_s, u"-shm"_s})
-        QFile::remove(path() + suffix);
-    file_.overwrite(before_);
-}
-
-QByteArray FaultFile::content() const {
-    QByteArray content;
-    const QByteArray names = file_.one("SELECT group_concat(name, '|') FROM (SELECT name FROM sqlite_master "
-                                       "WHERE type='table' AND name NOT LIKE 'sqlite%' ORDER BY name)");
-    for (const QByteArray& table : names.split('|')) {
-        const QByteArray columns = file_.one("SELECT group_concat('quote(\"' || name || '\")', '||'',''||') "
-                                             "FROM pragma_table_info('" +
-                                             table + "')");
-        content += table + ": " +
-                   file_.one("SELECT group_concat(r, ' ') FROM (SELECT " + columns + " AS r FROM \"" + table +
-                             "\" ORDER BY rowid)") +
-                   '\n';
-    }
-    return content;
-}
-
-void FaultFile::expectSound() const {
-    EXPECT_EQ(file_.one("PRAGMA integrity_check"), "ok");
-    const auto workspace = dao::DBEngine::CreateWorkspace();
-    const auto database = workspace->OpenDatabase(path(), {.busyTimeoutMilliseconds = 0});
-    tryWrite(*database);
-    EXPECT_EQ(file_.one("SELECT Nr FROM Probe"), "2");
 }
 
 StepRun::StepRun(const StepCase& stepCase, JournalMode mode)
@@ -140,7 +85,7 @@ void StepRun::endTransaction(FaultReport& report, dao::Workspace& workspace, dao
     dao::FaultPoints::disarm();
     const int depth = workspace.transactionDepth();
     if (depth > 0) {
-        const Long error = errorOf([&] { tryWrite(database); });
+        const Long error = errorOf([&] { writeProbe(database); });
         if (error != 0 && error != givenUp) report.complain("writing after the failure: " + number(error));
         if (givesUp_ && error == 0) report.complain("written though the transaction was given up");
         if (keepsOn_ && error != 0) report.complain("doomed though the engine kept its transaction");

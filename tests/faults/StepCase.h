@@ -1,42 +1,12 @@
 #pragma once
 // Commands that change a file in steps, each of which must be done as a whole or not at all, whatever fails in between.
 #include "dao/Workspace.h"
-#include "support/FaultRun.h"
-#include "support/TempDatabase.h"
+#include "support/FaultFile.h"
 
 #include <functional>
 #include <vector>
 
 namespace mkl {
-
-enum class JournalMode : quint8 { Rollback, WriteAhead };
-
-constexpr JournalMode journalModes[] = {JournalMode::Rollback, JournalMode::WriteAhead};
-constexpr FileFault fileFaults[] = {FileFault::Kill, FileFault::TornWrite, FileFault::IoError, FileFault::DiskFull};
-constexpr dao::StatementFault statementFaults[] = {dao::StatementFault::Constraint, dao::StatementFault::Busy,
-                                                   dao::StatementFault::DiskFull, dao::StatementFault::Interrupt,
-                                                   dao::StatementFault::LostConnection};
-
-/// Every point where MKL_FULL is set; else one of four, for each fault beginning at another one.
-PointRange rangeFor(int fault);
-
-/// A file of small pages, so that little data makes many points, with a table Probe that no step touches.
-class FaultFile {
-public:
-    FaultFile(const QByteArray& tables, JournalMode mode);
-
-    QString path() const { return file_.path(); }
-    /// The state that it was made in.
-    void restore() const;
-    /// All rows of all tables, as native literals.
-    QByteArray content() const;
-    /// Fails the test unless the file is sound and can be written.
-    void expectSound() const;
-
-private:
-    TempDatabase file_;
-    QByteArray before_;
-};
 
 using Step = std::function<void(dao::Workspace&, dao::Database&)>;
 

@@ -86,6 +86,17 @@ void FaultReport::complain(const std::string& text) {
     if (complaint[0] == '\0') std::strncpy(complaint, text.c_str(), sizeof complaint - 1);
 }
 
+qint32 errorNumber(dao::StatementFault fault) {
+    switch (fault) {
+    case dao::StatementFault::Constraint: return 3022;
+    case dao::StatementFault::Busy: return 3260;
+    case dao::StatementFault::DiskFull: return 3026;
+    case dao::StatementFault::Interrupt: return 3059;
+    case dao::StatementFault::LostConnection: return 3043;
+    }
+    return 0;
+}
+
 qint64 runFileFaults(FileFault fault, const FaultCommand& command, PointRange range) {
     return forEachPoint(command, range, [&](FaultReport& report) { runChild(fault, command, report); });
 }

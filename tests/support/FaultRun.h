@@ -32,6 +32,9 @@ struct FaultCommand {
     std::function<void(const FaultReport&)> check; ///< with the points disarmed, in the test's own process
 };
 
+/// The number that a statement's failure has above the data layer.
+qint32 errorNumber(dao::StatementFault fault);
+
 /// Which points are taken: all, or every so many-th from the first on.
 struct PointRange {
     qint64 first = 1;

@@ -26,6 +26,11 @@ Handle openNative(const QString& path) {
     return database;
 }
 
+void execute(const QString& file, const QByteArray& nativeSql) {
+    const Handle database = openNative(file);
+    check(database.get(), sqlite3_exec(database.get(), nativeSql.constData(), nullptr, nullptr, nullptr));
+}
+
 } // namespace
 
 TempDatabase::TempDatabase(const QByteArray& nativeSql) {
@@ -38,8 +43,12 @@ QString TempDatabase::path() const {
 }
 
 void TempDatabase::run(const QByteArray& nativeSql) const {
-    const Handle database = openNative(path());
-    check(database.get(), sqlite3_exec(database.get(), nativeSql.constData(), nullptr, nullptr, nullptr));
+    execute(path(), nativeSql);
+}
+
+void TempDatabase::copy(const QString& other) const {
+    QFile::remove(path());
+    execute(other, "VACUUM INTO '" + path().toUtf8() + '\'');
 }
 
 QByteArray TempDatabase::one(const QByteArray& nativeSql) const {

@@ -18,6 +18,8 @@ public:
     void run(const QByteArray& nativeSql) const;
     /// The first value of a native query as text, for looking behind the data layer; "NULL" for Null.
     QByteArray one(const QByteArray& nativeSql) const;
+    /// Becomes what that database holds now, whatever its journal.
+    void copy(const QString& other) const;
     /// Puts these bytes in the file's place.
     void overwrite(const QByteArray& bytes) const;
     QByteArray bytes() const;

@@ -2,6 +2,7 @@
 
 #include "dao/Errors.h"
 #include "dao/sqlite/SqliteAuthorizer.h"
+#include "dao/sqlite/SqliteFaults.h"
 #include "dao/sqlite/SqliteFunctions.h"
 #include "dao/sqlite/SqliteNewRow.h"
 #include "dao/sqlite/SqliteStatement.h"
@@ -35,6 +36,7 @@ void SqliteConnection::protect() {
 
 void SqliteConnection::setBusyTimeout(int milliseconds) {
     session_->check(sqlite3_busy_timeout(session_->database(), milliseconds));
+    setLockWait(*session_);
     busyTimeout_ = milliseconds;
 }
 

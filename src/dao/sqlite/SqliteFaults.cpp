@@ -36,6 +36,7 @@ bool endsTransaction(StatementFault fault, bool writes) {
 } // namespace
 
 void passFaultPoint(SqliteSession& session, sqlite3_stmt* statement) {
+    FaultPoints::observe(sqlite3_sql(statement));
     if (isUndoing(statement)) return;
     const bool writes = writesRows(statement);
     const auto fault = FaultPoints::next(writes);
@@ -46,6 +47,12 @@ void passFaultPoint(SqliteSession& session, sqlite3_stmt* statement) {
         sqlite3_exec(database, "ROLLBACK", nullptr, nullptr, nullptr);
     }
     session.check(codeOf(*fault));
+}
+
+void setLockWait(SqliteSession& session) {
+    if (!FaultPoints::waitsForLocks()) return;
+    const auto wait = [](void*, int) { return FaultPoints::waitForLock() ? 1 : 0; };
+    sqlite3_busy_handler(session.database(), wait, nullptr);
 }
 
 } // namespace dao

@@ -1,0 +1,24 @@
+#include "BrowserCommand.h"
+
+namespace mkl {
+
+using namespace Qt::StringLiterals;
+
+QString shopPicture(int articles) {
+    QStringList inOrder;
+    QStringList some;
+    for (int i = 1; i <= articles; ++i) {
+        // Their places by name are spread over all places, some names occur twice.
+        const QString article = u"%1 Artikel %2"_s.arg(i).arg(QChar(u'A' + i * 7 % articles % 11));
+        inOrder.append(article);
+        if (i % 3 == 0) some.append(article);
+    }
+    return u"41 Schrauben: %1\n    42 Holzschrauben\n43 Werkzeug: %2\n    44 Zangen: 901 Kneifzange, 902 Rohrzange\n"_s
+        .arg(inOrder.join(u", "_s), some.join(u", "_s));
+}
+
+QList<BrowserCommand> browserCommands() {
+    return orderCommands() + activationCommands();
+}
+
+} // namespace mkl

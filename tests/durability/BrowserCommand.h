@@ -1,0 +1,65 @@
+#pragma once
+// The commands of the browser as data: the catalogue, the screen, how the user gives the command, and what is left of
+// it by the procedure that reports a failure.
+#include "CommandHost.h"
+
+#include <QMap>
+#include <functional>
+
+namespace mkl {
+
+enum class Stored : quint8 {
+    Before, ///< the rows are as they were
+    After,  ///< as after the whole command
+    Part,   ///< what the failed procedure had done, and all of the other ones
+};
+
+enum class ListShows : quint8 {
+    AsBefore, ///< the very rows that it showed
+    Reread,   ///< new rows, as they are stored
+    Nothing,  ///< its read has failed
+};
+
+/// What is left where a procedure is the first one to report a failure.
+struct Outcome {
+    Stored stored = Stored::Before;
+    bool edited = false;
+    ListShows list = ListShows::AsBefore;
+    bool behindCommit = false; ///< it is reached behind the commit, else not behind it
+    /// Who reports besides where the engine gave the transaction up, so that all that follows fails; the rows are then
+    /// as they were and nothing is edited. Empty for a procedure that ends the command.
+    QStringList whenGivenUp = {};
+    QStringList whenLost = {}; ///< the same where every read fails too
+};
+
+/// An assignment; the table of them is what the states in between are told in.
+struct Assignment {
+    Long article = 0;
+    Long category = 0;
+    Long order = 0;
+    bool changed = false; ///< has the date of the standing clock
+    bool operator==(const Assignment&) const = default;
+};
+using Assignments = std::map<Long, Assignment>; ///< by ArtKatID
+
+struct BrowserCommand {
+    const char* name;
+    QString picture;
+    std::function<void(CommandHost&)> screen; ///< behind the read of the panes
+    std::function<void(CommandHost&)> run;
+    Outcome done;                         ///< without a failure
+    QMap<QString, Outcome> failures = {}; ///< by the procedure that reports first
+    /// The assignments where that procedure failed and its caller went on; all that may be left.
+    std::function<QList<Assignments>(const Assignments& before, const QString& procedure)> parts = {};
+    int levelsLeftOpen = 0; ///< by a run without a failure
+    bool changes = true;    ///< whether such a run stores anything
+};
+
+/// Category 41 with so many articles in no order of their names, an empty one 42, and 43 with some of the same.
+QString shopPicture(int articles);
+
+QList<BrowserCommand> orderCommands();
+QList<BrowserCommand> activationCommands();
+QList<BrowserCommand> browserCommands(); ///< all of them
+
+} // namespace mkl

@@ -1,0 +1,81 @@
+#include "CommandHost.h"
+
+#include "controls/ListView.h"
+#include "controls/TreeView.h"
+
+namespace mkl {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+void select(ListView& list, const QList<Ref<ListItem>>& rows) {
+    list.setSelectedItem(rows.first());
+    for (const Ref<ListItem>& item : list.ListItems())
+        item->setSelected(rows.contains(item));
+}
+
+} // namespace
+
+CommandHost::CommandHost(ScriptedWorld& world, const QString& file, const dao::OpenOptions& options)
+    : world_(world)
+    , workspace_(dao::DBEngine::CreateWorkspace())
+    , database_(workspace_->OpenDatabase(file, options)) {
+    const ErrorHandlerFactory former = setErrorHandlerFactory([this] { return errors_; });
+    browser_ = std::make_unique<ArtCatBrowser>();
+    setErrorHandlerFactory(former);
+    browser_->resize(900, 500);
+    browser_->setBackend(database_);
+    browser_->setWorkspace(workspace_);
+}
+
+CommandHost::~CommandHost() = default;
+
+void CommandHost::show(Long category) {
+    browser_->setSelected(acbPaneCategoryTree, category);
+    browser_->Populate();
+}
+
+void CommandHost::selectRows(const QList<Long>& places) {
+    QList<Ref<ListItem>> rows;
+    for (const Long place : places)
+        rows.append(row(place));
+    select(list(), rows);
+}
+
+void CommandHost::selectPool(const QList<Long>& articles) {
+    QList<Ref<ListItem>> rows;
+    for (const Long article : articles)
+        rows.append(pool().ListItems().Item(u"A%1"_s.arg(article)));
+    select(pool(), rows);
+}
+
+Ref<ListItem> CommandHost::row(Long place) const {
+    return list().ListItems().Item(place);
+}
+
+Long CommandHost::assignmentAt(Long place) const {
+    return row(place)->Tag().toLong();
+}
+
+QStringList CommandHost::listRows() const {
+    QStringList rows;
+    for (const Ref<ListItem>& item : list().ListItems())
+        rows.append(u"%1 %2 %3"_s.arg(item->Tag().toLong()).arg(item->Text().toInt()).arg(item->SubItems(1).toInt()));
+    return rows;
+}
+
+QStringList CommandHost::storedListRows(const QString& file) const {
+    const auto workspace = dao::DBEngine::CreateWorkspace();
+    const auto database = workspace->OpenDatabase(file, {.readOnly = true, .busyTimeoutMilliseconds = 0});
+    const QString statement = hub().articlePanes->ListStatement(hub().state.SelectedCategory, true);
+    QStringList result;
+    const auto rows = database->OpenRecordset(statement, dao::dbOpenSnapshot);
+    for (; !rows->Eof(); rows->MoveNext())
+        result.append(u"%1 %2 %3"_s.arg(rows->value(u"ArtKatID").toLong())
+                          .arg(rows->value(u"Order").toLong())
+                          .arg(rows->value(u"Artikel-Schlüssel").toLong()));
+    return result;
+}
+
+} // namespace mkl

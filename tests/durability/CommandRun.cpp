@@ -1,0 +1,238 @@
+#include "CommandRun.h"
+
+#include "controls/ListView.h"
+#include "support/CatalogueFixture.h"
+#include "support/CheckFindings.h"
+
+#include <QRegularExpression>
+#include <algorithm>
+#include <gtest/gtest.h>
+
+namespace mkl {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Watches the statements of a command up to the one that fails.
+class FailingStatement {
+public:
+    FailingStatement() {
+        dao::FaultPoints::setObserver([this](QByteArrayView native) {
+            if (dao::FaultPoints::hasFired()) return;
+            inTransaction_ = inTransaction_ || native_.startsWith("BEGIN");
+            if (native_ == "COMMIT") {
+                inTransaction_ = false;
+                behindCommit_ = true;
+            }
+            native_ = native.toByteArray();
+        });
+    }
+    ~FailingStatement() { dao::FaultPoints::setObserver({}); }
+    Q_DISABLE_COPY_MOVE(FailingStatement)
+
+    bool isBehindCommit() const { return behindCommit_; }
+    bool givesUp(dao::StatementFault fault) const {
+        const bool writes =
+            native_.startsWith("INSERT") || native_.startsWith("UPDATE") || native_.startsWith("DELETE");
+        return inTransaction_ &&
+               (fault == dao::StatementFault::DiskFull || fault == dao::StatementFault::LostConnection ||
+                (fault == dao::StatementFault::Interrupt && writes));
+    }
+
+private:
+    QByteArray native_;
+    bool inTransaction_ = false;
+    bool behindCommit_ = false;
+};
+
+Assignments assignmentsOf(const QString& file) {
+    const auto workspace = dao::DBEngine::CreateWorkspace();
+    const auto database = workspace->OpenDatabase(file, {.busyTimeoutMilliseconds = 0});
+    Assignments result;
+    const auto rows = database->OpenRecordset(u"SELECT * FROM ARTKAT"_s, dao::dbOpenForwardOnly);
+    for (; !rows->Eof(); rows->MoveNext()) {
+        const Variant changed = rows->value(u"LetzteÄnderung");
+        result[rows->value(u"ArtKatID").toLong()] = {
+            rows->value(u"Artikel-Schlüssel").toLong(), rows->value(u"Kategorie-Schlüssel").toLong(),
+            rows->value(u"Order").toLong(), !changed.isNull() && changed.toDate() == ScriptedWorld::today};
+    }
+    return result;
+}
+
+/// All but the assignments.
+QByteArray otherTables(const QByteArray& content) {
+    QByteArrayList lines = content.split('\n');
+    lines.removeIf([](const QByteArray& line) { return line.startsWith("ARTKAT: "); });
+    return lines.join('\n');
+}
+
+QStringList sorted(QStringList lines) {
+    lines.sort();
+    return lines;
+}
+
+QStringList proceduresOf(const QList<ErrorReport>& reports) {
+    QStringList result;
+    for (const ErrorReport& report : reports)
+        result.append(report.code == 0 ? report.procName : QString::number(report.code));
+    return result;
+}
+
+QString lineOf(const QList<ErrorReport>& reports) {
+    QStringList result;
+    for (const ErrorReport& report : reports)
+        result.append(u"%1 %2 %3"_s.arg(report.code).arg(report.procName).arg(report.number));
+    return result.join(u", ");
+}
+
+} // namespace
+
+/// How the command looked when it was over.
+struct CommandRun::Ended {
+    QList<ErrorReport> reports;
+    bool edited = false;
+    int levels = 0;
+    bool behindCommit = false; ///< the statement that failed
+    bool givenUp = false;      ///< … made the engine give the transaction up
+    QStringList listBefore, list, listStored;
+    bool keptRows = true;
+    QByteArray content;
+    bool engineFails = false; ///< the fault is one of the files: what the engine makes of it is its own affair
+    dao::StatementFault fault = {};
+
+    QString reporter() const { return reports.isEmpty() ? QString() : proceduresOf(reports).first(); }
+};
+
+CommandRun::CommandRun(const BrowserCommand& command, JournalMode mode)
+    : command_(command)
+    , file_(FaultFile::CopyOf{CatalogueFixture(command.picture).file()}, mode)
+    , before_(file_.content())
+    , assignmentsBefore_(assignmentsOf(file_.path()))
+    , findings_(findingsOf(file_.path())) {
+    FaultReport report;
+    file_.restore();
+    const Ended ended = runOnce(report, Kind::None, {}, {});
+    after_ = ended.content;
+    findings_ |= findingsOf(file_.path());
+    judge(report, ended);
+    EXPECT_STREQ(report.complaint, "") << command.name;
+    EXPECT_EQ(after_ != before_, command.changes) << command.name;
+}
+
+qint64 CommandRun::fileFaults(FileFault fault, PointRange range) {
+    return runFileFaults(fault, faultCommand(Kind::File, fault, {}), range);
+}
+
+qint64 CommandRun::statementFaults(dao::StatementFault fault, PointRange range) {
+    return runStatementFaults(fault, faultCommand(Kind::Statement, {}, fault), range);
+}
+
+FaultCommand CommandRun::faultCommand(Kind kind, FileFault fileFault, dao::StatementFault statementFault) {
+    FaultCommand result;
+    result.prepare = [this] { file_.restore(); };
+    result.run = [=, this](FaultReport& report) { judge(report, runOnce(report, kind, fileFault, statementFault)); };
+    result.check = [this](const FaultReport& report) { check(report); };
+    return result;
+}
+
+// The points are those of the command alone: the panes are read and the host ends without any.
+CommandRun::Ended CommandRun::runOnce(FaultReport& report, Kind kind, FileFault fileFault,
+                                      dao::StatementFault statementFault) const {
+    Ended ended;
+    FaultVfs::disarm();
+    dao::FaultPoints::disarm();
+    {
+        ScriptedWorld world;
+        const QByteArray vfs = kind == Kind::File ? FaultVfs::name : "";
+        CommandHost host(world, file_.path(), {.busyTimeoutMilliseconds = 0, .vfs = vfs});
+        host.database().executeNative(u"PRAGMA cache_size=4"_s); // so that pages are written before the commit
+        command_.screen(host);
+        ended.listBefore = host.listRows();
+        const Ref<ListItem> first = ended.listBefore.isEmpty() ? Ref<ListItem>() : host.row(1);
+
+        const FailingStatement failing;
+        if (kind == Kind::File) FaultVfs::arm(fileFault, report.point);
+        if (kind == Kind::Statement) dao::FaultPoints::arm(statementFault, report.point);
+        command_.run(host);
+        report.fired = FaultVfs::hasFired() || dao::FaultPoints::hasFired();
+        FaultVfs::disarm();
+        dao::FaultPoints::disarm();
+
+        ended.behindCommit = failing.isBehindCommit();
+        ended.givenUp = kind == Kind::Statement && failing.givesUp(statementFault);
+        ended.engineFails = kind == Kind::File;
+        ended.fault = statementFault;
+        ended.reports = host.reports();
+        ended.edited = host.browser().Edited();
+        ended.levels = host.workspace().transactionDepth();
+        ended.list = host.listRows();
+        ended.keptRows = ended.list.isEmpty() ? !first : host.row(1) == first;
+        ended.listStored = host.storedListRows(file_.path());
+    }
+    ended.content = file_.content();
+    return ended;
+}
+
+void CommandRun::judge(FaultReport& report, const Ended& ended) const {
+    const auto complainIf = [&](bool isWrong, const QString& what) {
+        if (isWrong) report.complain((what + u" | "_s + lineOf(ended.reports)).toStdString());
+    };
+    const QString reporter = ended.reporter();
+    const bool isKnown = reporter.isEmpty() || command_.failures.contains(reporter);
+    complainIf(!isKnown, u"who reports"_s);
+    complainIf(report.fired && reporter.isEmpty() && !ended.engineFails, u"the failure was not reported"_s);
+    const Outcome outcome = reporter.isEmpty() ? command_.done : command_.failures.value(reporter);
+
+    const QStringList others = proceduresOf(ended.reports).mid(1);
+    const bool isLost = ended.fault == dao::StatementFault::LostConnection;
+    const QStringList whenGivenUp = isLost ? outcome.whenLost : outcome.whenGivenUp;
+    const bool givenUp = ended.engineFails ? !others.isEmpty() : ended.givenUp;
+    complainIf(others != (givenUp ? whenGivenUp : QStringList()), u"further reports"_s);
+
+    if (!reporter.isEmpty() && !ended.engineFails) {
+        complainIf(ended.reports.first().number != errorNumber(ended.fault), u"number"_s);
+        complainIf(ended.behindCommit != outcome.behindCommit, u"reporter and statement"_s);
+    }
+    complainIf(ended.levels != (reporter.isEmpty() ? command_.levelsLeftOpen : 0), u"levels of transaction"_s);
+    judgeRows(report, ended, outcome, givenUp && !outcome.whenGivenUp.isEmpty());
+    judgeList(report, ended, outcome);
+}
+
+void CommandRun::judgeRows(FaultReport& report, const Ended& ended, const Outcome& outcome, bool givenUp) const {
+    if (after_.isNull()) return; // the run that shows what comes of it
+    const Stored stored = givenUp ? Stored::Before : outcome.stored;
+    const bool asTold = stored == Stored::Before  ? ended.content == before_
+                        : stored == Stored::After ? ended.content == after_
+                                                  : isPart(ended.content, ended.reporter());
+    if (!asTold) report.complain("rows after " + ended.reporter().toStdString());
+    if (ended.edited != (givenUp ? false : outcome.edited)) report.complain("Edited");
+}
+
+bool CommandRun::isPart(const QByteArray& content, const QString& procedure) const {
+    const QList<Assignments> parts = command_.parts(assignmentsBefore_, procedure);
+    return otherTables(content) == otherTables(before_) && parts.contains(assignmentsOf(file_.path()));
+}
+
+void CommandRun::judgeList(FaultReport& report, const Ended& ended, const Outcome& outcome) const {
+    bool asTold = false;
+    switch (outcome.list) {
+    case ListShows::AsBefore: asTold = ended.keptRows && ended.list == ended.listBefore; break;
+    case ListShows::Reread: asTold = !ended.keptRows && sorted(ended.list) == sorted(ended.listStored); break;
+    case ListShows::Nothing: asTold = ended.list.isEmpty(); break;
+    }
+    if (!asTold) report.complain("list after " + (ended.reporter() + u": "_s + ended.list.join(u", ")).toStdString());
+}
+
+void CommandRun::check(const FaultReport& report) const {
+    const testing::ScopedTrace trace(__FILE__, __LINE__,
+                                     testing::Message() << command_.name << ", point " << report.point);
+    if (report.killed) {
+        const QByteArray content = file_.content();
+        EXPECT_TRUE(content == before_ || content == after_) << content.left(2000).toStdString();
+        EXPECT_EQ(findingsOf(file_.path()) - findings_, QSet<QString>());
+    }
+    file_.expectSound();
+}
+
+} // namespace mkl

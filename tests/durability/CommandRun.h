@@ -1,0 +1,42 @@
+#pragma once
+// Runs one command through faults and checks what is left.
+#include "BrowserCommand.h"
+#include "support/FaultFile.h"
+
+#include <QSet>
+
+namespace mkl {
+
+/// Checks after each point:
+/// - the reports, each once: the procedure, and the number of what the engine was made to say;
+/// - the rows, Edited, the list on screen and the open transaction, as the command's table tells them for the procedure
+///   that reported;
+/// - the file: it opens, is sound, can be written at once, and the check of the catalogue finds nothing new.
+class CommandRun {
+public:
+    CommandRun(const BrowserCommand& command, JournalMode mode);
+
+    /// Both give the number of points.
+    qint64 fileFaults(FileFault fault, PointRange range = {});
+    qint64 statementFaults(dao::StatementFault fault, PointRange range = {});
+
+private:
+    struct Ended;
+    enum class Kind : quint8 { None, File, Statement };
+
+    FaultCommand faultCommand(Kind kind, FileFault fileFault, dao::StatementFault statementFault);
+    Ended runOnce(FaultReport& report, Kind kind, FileFault fileFault, dao::StatementFault statementFault) const;
+    void judge(FaultReport& report, const Ended& ended) const;
+    void judgeRows(FaultReport& report, const Ended& ended, const Outcome& outcome, bool givenUp) const;
+    void judgeList(FaultReport& report, const Ended& ended, const Outcome& outcome) const;
+    bool isPart(const QByteArray& content, const QString& procedure) const;
+    void check(const FaultReport& report) const;
+
+    const BrowserCommand& command_;
+    FaultFile file_;
+    QByteArray before_, after_; ///< all rows
+    Assignments assignmentsBefore_;
+    QSet<QString> findings_; ///< before and after
+};
+
+} // namespace mkl
