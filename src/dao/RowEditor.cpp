@@ -66,23 +66,26 @@ RowKey RowEditor::insert(const ColumnValues& values) const {
     return key;
 }
 
-RowKey RowEditor::update(const RowKey& key, const ColumnValues& changes, const ColumnValues& before) const {
+RowKey RowEditor::update(const RowKey& key, const ColumnValues& changes, const ColumnValues& before,
+                         RowStore* stored) const {
     connection_->requireWritable();
     requireKeyValues(changes, false);
     QByteArrayList assignments;
-    QList<StoredValue> stored;
+    QList<StoredValue> values;
     for (const ColumnValue& change : changes) {
-        stored.append(change.value);
+        values.append(change.value);
         assignments.append(
             columnNames_[change.column] + " = " +
-            connection_->target().parameter(static_cast<int>(stored.size()), table_.columns[change.column].type));
+            connection_->target().parameter(static_cast<int>(values.size()), table_.columns[change.column].type));
     }
     RowKey newKey = key;
     connection_->transaction().atomically([&] {
         requireUnchanged(key, before);
-        if (changes.isEmpty()) return;
-        const QByteArray condition = keyCondition(stored, key);
-        newKey = runForKey("UPDATE " + nativeTable_ + " SET " + assignments.join(", ") + condition, stored);
+        if (!changes.isEmpty()) {
+            const QByteArray condition = keyCondition(values, key);
+            newKey = runForKey("UPDATE " + nativeTable_ + " SET " + assignments.join(", ") + condition, values);
+        }
+        if (stored) read(newKey, *stored);
     });
     return newKey;
 }

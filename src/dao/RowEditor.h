@@ -35,7 +35,9 @@ public:
     RowKey insert(const ColumnValues& values) const;
     /// Changes a row and gives its key, which may have been among the changes. before holds what the program saw of
     /// the row: 3197 if one of these columns has another value by now, 3167 if the row is gone; the rest as insert().
-    RowKey update(const RowKey& key, const ColumnValues& changes, const ColumnValues& before) const;
+    /// stored, if given, becomes the row as it stands now: it is read before the change is final.
+    RowKey update(const RowKey& key, const ColumnValues& changes, const ColumnValues& before,
+                  RowStore* stored = nullptr) const;
     /// 3167 if the row is gone, 3200 if rows of other tables refer to it.
     void remove(const RowKey& key) const;
 

@@ -153,9 +153,9 @@ void TableCursor::update() {
 }
 
 void TableCursor::storeEdit() {
-    lastModified_ = editor_.update(editor_.keyOf(row_), buffer_.changes(), buffer_.before());
+    lastModified_ = editor_.update(editor_.keyOf(row_), buffer_.changes(), buffer_.before(), &row_);
     buffer_.clear();
-    place(editor_.read(*lastModified_, row_), Place::Row);
+    place(true, Place::Row);
 }
 
 void TableCursor::storeAdd() {

@@ -14,6 +14,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+constexpr qint64 never = std::numeric_limits<qint64>::max();
+
 /// Watches the statements of a command up to the one that fails.
 class FailingStatement {
 public:
@@ -26,11 +28,13 @@ public:
                 behindCommit_ = true;
             }
             native_ = native.toByteArray();
+            ++count_;
         });
     }
     ~FailingStatement() { dao::FaultPoints::setObserver({}); }
     Q_DISABLE_COPY_MOVE(FailingStatement)
 
+    qint64 count() const { return count_; } ///< of statements, with the one that fails
     bool isBehindCommit() const { return behindCommit_; }
     bool givesUp(dao::StatementFault fault) const {
         const bool writes =
@@ -42,6 +46,7 @@ public:
 
 private:
     QByteArray native_;
+    qint64 count_ = 0;
     bool inTransaction_ = false;
     bool behindCommit_ = false;
 };
@@ -97,6 +102,7 @@ struct CommandRun::Ended {
     bool givenUp = false;      ///< … made the engine give the transaction up
     QStringList listBefore, list, listStored;
     bool keptRows = true;
+    qint64 points = 0, statements = 0; ///< that it passed
     QByteArray content;
     bool engineFails = false; ///< the fault is one of the files: what the engine makes of it is its own affair
     dao::StatementFault fault = {};
@@ -114,6 +120,8 @@ CommandRun::CommandRun(const BrowserCommand& command, JournalMode mode)
     file_.restore();
     const Ended ended = runOnce(report, Kind::None, {}, {});
     after_ = ended.content;
+    points_ = ended.points;
+    statements_ = ended.statements;
     findings_ |= findingsOf(file_.path());
     judge(report, ended);
     EXPECT_STREQ(report.complaint, "") << command.name;
@@ -144,18 +152,19 @@ CommandRun::Ended CommandRun::runOnce(FaultReport& report, Kind kind, FileFault 
     dao::FaultPoints::disarm();
     {
         ScriptedWorld world;
-        const QByteArray vfs = kind == Kind::File ? FaultVfs::name : "";
-        CommandHost host(world, file_.path(), {.busyTimeoutMilliseconds = 0, .vfs = vfs});
+        CommandHost host(world, file_.path(), {.busyTimeoutMilliseconds = 0, .vfs = FaultVfs::name});
         host.database().executeNative(u"PRAGMA cache_size=4"_s); // so that pages are written before the commit
         command_.screen(host);
         ended.listBefore = host.listRows();
         const Ref<ListItem> first = ended.listBefore.isEmpty() ? Ref<ListItem>() : host.row(1);
 
         const FailingStatement failing;
-        if (kind == Kind::File) FaultVfs::arm(fileFault, report.point);
+        FaultVfs::arm(fileFault, kind == Kind::File ? report.point : never);
         if (kind == Kind::Statement) dao::FaultPoints::arm(statementFault, report.point);
         command_.run(host);
         report.fired = FaultVfs::hasFired() || dao::FaultPoints::hasFired();
+        ended.points = FaultVfs::reached();
+        ended.statements = failing.count();
         FaultVfs::disarm();
         dao::FaultPoints::disarm();
 

@@ -16,9 +16,13 @@ class CommandRun {
 public:
     CommandRun(const BrowserCommand& command, JournalMode mode);
 
-    /// Both give the number of points.
-    qint64 fileFaults(FileFault fault, PointRange range = {});
-    qint64 statementFaults(dao::StatementFault fault, PointRange range = {});
+    /// Of a run without a failure.
+    qint64 points() const { return points_; }
+    qint64 statements() const { return statements_; }
+
+    /// Both give the number of points that were taken.
+    qint64 fileFaults(FileFault fault, PointRange range);
+    qint64 statementFaults(dao::StatementFault fault, PointRange range);
 
 private:
     struct Ended;
@@ -37,6 +41,7 @@ private:
     QByteArray before_, after_; ///< all rows
     Assignments assignmentsBefore_;
     QSet<QString> findings_; ///< before and after
+    qint64 points_ = 0, statements_ = 0;
 };
 
 } // namespace mkl

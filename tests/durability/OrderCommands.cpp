@@ -7,7 +7,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int articles = 14;
+constexpr int articles = 40;
 
 const Outcome rolledBack = {};
 const Outcome keptList = {.stored = Stored::After, .edited = true};

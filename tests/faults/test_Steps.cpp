@@ -88,6 +88,18 @@ void deleteRow(dao::Workspace&, dao::Database& database) {
     rows->Delete();
 }
 
+/// The same for the row of a key in a table.
+Step editSought(Long key) {
+    return [key](dao::Workspace&, dao::Database& database) {
+        const auto rows = database.OpenRecordset(u"T"_s, dao::dbOpenTable);
+        rows->setIndex(u"PrimaryKey"_s);
+        rows->Seek(u"=", key);
+        rows->Edit();
+        rows->setValue(u"Name", u"geändert "_s + QString(100, u'x'));
+        rows->Update();
+    };
+}
+
 // A walk that rewrites the column by which it is ordered.
 void renumber(dao::Workspace& workspace, dao::Database& database) {
     workspace.BeginTrans();
@@ -120,6 +132,7 @@ std::vector<StepCase> cases() {
           together({u"UPDATE U SET Pos=1"_s})}},
         {"nested transactions", twoTables(30), {nest}},
         {"dynaset, row by row", twoTables(12), {editRow(0), addRow, editRow(3), deleteRow}},
+        {"table, row by row", twoTables(12), {editSought(3), editSought(7)}},
         {"dynaset in a transaction", twoTables(16), {renumber}},
         {"bulk rows", twoTables(10), {appendBlocks, appendSingly, appendSingly}},
     };

@@ -26,7 +26,7 @@ bool isFullRun() {
     return full;
 }
 
-PointRange rangeFor(int fault, qint64 step) {
+PointRange rangeFor(qint64 fault, qint64 step) {
     return isFullRun() ? PointRange() : PointRange{1 + fault % step, step};
 }
 

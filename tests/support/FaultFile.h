@@ -17,7 +17,7 @@ constexpr dao::StatementFault statementFaults[] = {dao::StatementFault::Constrai
 /// Whether MKL_FULL is set: every point and every round of the long tests.
 bool isFullRun();
 /// Every point of a full run; else one of step, for each fault beginning at another one.
-PointRange rangeFor(int fault, qint64 step = 4);
+PointRange rangeFor(qint64 fault, qint64 step = 4);
 
 /// A file of small pages, so that little data makes many points, with a table Probe that no command touches.
 class FaultFile {
