@@ -84,5 +84,7 @@ TEST(Durability, EveryPointLeavesWhatTheCommandTells) {
     std::cout << "All: " << sum << ", " << all.elapsed() << " ms\n";
     EXPECT_GE(sum.allPoints, 1500);
     EXPECT_GE(sum.allStatements, 1500);
-    if (isFullRun()) EXPECT_GE(sum.points, 1500);
+    if (isFullRun()) {
+        EXPECT_GE(sum.points, 1500);
+    }
 }
