@@ -6,7 +6,7 @@ namespace mkl {
 
 namespace {
 
-constexpr int margin = 6;       // pixels around the buttons
+constexpr int margin = 6;       // pixels above and below the buttons
 constexpr int distance = 8;     // between them
 constexpr int leastWidth = 100; // of a button
 
@@ -35,12 +35,12 @@ QSize ButtonRow::sizeHint() const {
     const auto count = static_cast<int>(visibleButtons().size());
     if (count == 0) return {0, 0};
     const QSize button = buttonSize();
-    return {2 * margin + count * button.width() + (count - 1) * distance, 2 * margin + button.height()};
+    return {count * button.width() + (count - 1) * distance, 2 * margin + button.height()};
 }
 
 void ButtonRow::arrange() {
     const QSize size = buttonSize();
-    int x = margin;
+    int x = 0;
     for (DialogButton* button : visibleButtons()) {
         button->setGeometry(QRect(QPoint(x, margin), size));
         x += size.width() + distance;

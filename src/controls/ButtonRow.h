@@ -7,7 +7,8 @@
 namespace mkl {
 
 /// The buttons of a form side by side, equally wide, in the order in which they were added; hidden ones take no room.
-/// The row is as large as its buttons and the margin around them.
+/// The row is as wide as its buttons and a little
+/// higher.
 class ButtonRow : public QWidget {
     Q_OBJECT
 

@@ -25,6 +25,7 @@ void Form::Show() {
         Cancelled();
         return;
     }
+    Activate();
     standOverOwner();
     const QPointer<QWidget> below = owner_ && owner_->isActiveWindow() ? owner_->window() : nullptr;
     formRunner().run(*this);

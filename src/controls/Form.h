@@ -45,6 +45,8 @@ protected:
     /// A key pressed in the form, before the control that has the focus sees it. KeyCode is the key's virtual code
     /// (Esc = 27), Shift the sum of 1 Shift, 2 Ctrl, 4 Alt. Setting KeyCode to 0 swallows the key.
     virtual void KeyDown(Integer& /*KeyCode*/, Integer& /*Shift*/) {}
+    /// The form is about to come up.
+    virtual void Activate() {}
     /// The form was closed without an answer; it is still shown. Puts what it holds into the cancelled state.
     virtual void Cancelled() {}
     /// The form got another size.

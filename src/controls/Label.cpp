@@ -82,6 +82,14 @@ QColor Label::shade() const {
     return QColor::fromHslF(color.hslHueF(), color.hslSaturationF(), static_cast<float>(lightShade));
 }
 
+void Label::mousePressEvent(QMouseEvent* event) {
+    clicks_.press(*event);
+}
+
+void Label::mouseReleaseEvent(QMouseEvent* event) {
+    if (clicks_.release(*event, *this)) Q_EMIT Click();
+}
+
 void Label::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setPen(shade());

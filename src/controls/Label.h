@@ -1,5 +1,6 @@
 #pragma once
 #include "base/types.h"
+#include "controls/ClickDetector.h"
 
 #include <QLabel>
 
@@ -28,7 +29,12 @@ public:
     Single TextHeight(Single width, bool bold) const;
     Single TextHeight(Single width) const { return TextHeight(width, FontBold()); }
 
+Q_SIGNALS:
+    void Click();
+
 protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
@@ -38,6 +44,7 @@ private:
 
     Long foreColor_ = 0;
     int mostLines_ = 4;
+    ClickDetector clicks_;
 };
 
 } // namespace mkl

@@ -2,7 +2,16 @@
 
 #include "base/RunTimeError.h"
 
+#include <QList>
+
 namespace mkl {
+
+namespace {
+
+constexpr char32_t nonBreakingBlank = 0xA0;
+constexpr char32_t lostCharacter = 0xFFFD; // stands where half a pair stood
+
+} // namespace
 
 void StringTools::AppendCriterion(QString& Target, const QString& Clause, const QString& Separator,
                                   bool /*Conditions*/) const {
@@ -38,6 +47,21 @@ Variant StringTools::TitleFromName(const Variant& Name, Long MaxLength) const {
     if (Name.isNull()) return {};
     const QString title = Name.toText().simplified();
     return MaxLength > 0 ? title.left(MaxLength).trimmed() : title;
+}
+
+QString StringTools::StorableName(const QString& Text, bool Trim, const QString& Replacement) const {
+    QString name;
+    for (const char32_t character : Text.toUcs4()) {
+        const bool isUnreadable = QChar::category(character) == QChar::Other_Control || character == lostCharacter ||
+                                  QChar::isNonCharacter(character);
+        if (QChar::isSpace(character))
+            name += character == nonBreakingBlank ? QChar(nonBreakingBlank) : QChar(u' ');
+        else if (isUnreadable)
+            name += Replacement;
+        else
+            name += QStringView(QChar::fromUcs4(character));
+    }
+    return Trim ? name.trimmed() : name;
 }
 
 } // namespace mkl

@@ -35,6 +35,10 @@ public:
     /// The description that is stored for a name or note: one line, without blanks at the ends and doubled ones,
     /// cut to MaxLength characters unless that is 0. Null stays Null.
     Variant TitleFromName(const Variant& Name, Long MaxLength = 0) const;
+
+    /// A name as it can be stored and shown on one line: a line end or tabulator becomes a blank, any other character
+    /// that is not for reading becomes Replacement. Trim takes the blanks at the ends away, those within stay.
+    QString StorableName(const QString& Text, bool Trim, const QString& Replacement) const;
 };
 
 } // namespace mkl

@@ -36,6 +36,18 @@ TEST(OptionButton, ClickIsRaisedByCodeAndByTheUser) {
     EXPECT_EQ(clicks, 2);
 }
 
+TEST(OptionButton, TheOneThatHoldsIsTheTabStop) {
+    QWidget frame;
+    OptionButton first(&frame);
+    OptionButton second(&frame);
+    second.setValue(true);
+    EXPECT_FALSE(first.focusPolicy() & Qt::TabFocus);
+    EXPECT_TRUE(second.focusPolicy() & Qt::TabFocus);
+    first.setValue(true);
+    EXPECT_TRUE(first.focusPolicy() & Qt::TabFocus);
+    EXPECT_FALSE(second.focusPolicy() & Qt::TabFocus);
+}
+
 TEST(CheckBox, HasANumberAsItsValue) {
     CheckBox box(nullptr, u"Aktiv"_s);
     EXPECT_EQ(box.Value(), 0);

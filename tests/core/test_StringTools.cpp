@@ -63,3 +63,20 @@ TEST(TitleFromName, IsCutToALengthAboveZero) {
     EXPECT_EQ(tools.TitleFromName(Variant(u"Schrauben und Muttern"_s), 10), Variant(u"Schrauben"_s));
     EXPECT_EQ(tools.TitleFromName(Variant(u"Schrauben"_s), 255), Variant(u"Schrauben"_s));
 }
+
+TEST(StorableName, IsOneReadableLine) {
+    const StringTools tools;
+    EXPECT_EQ(tools.StorableName(u"  Schrauben \r\n und\tMuttern "_s, true, {}), u"Schrauben    und Muttern"_s);
+    EXPECT_EQ(tools.StorableName(u" a "_s, false, {}), u" a "_s);
+    EXPECT_EQ(tools.StorableName(u"M\u00A08 \u2028x"_s, true, {}), u"M\u00A08  x"_s);
+    EXPECT_EQ(tools.StorableName(u"Ö'l & \"Fett\" 😀"_s, true, {}), u"Ö'l & \"Fett\" 😀"_s);
+    EXPECT_EQ(tools.StorableName(u" \t\n"_s, true, {}), QString());
+}
+
+TEST(StorableName, ReplacesWhatIsNotForReading) {
+    const StringTools tools;
+    EXPECT_EQ(tools.StorableName(u"a\u0007b\u0085c"_s, true, u"?"_s), u"a?b c"_s);
+    EXPECT_EQ(tools.StorableName(u"a"_s + QChar(0) + u"b"_s, true, {}), u"ab"_s);
+    EXPECT_EQ(tools.StorableName(u"a"_s + QChar(0xD83D) + u"b"_s, true, u"_"_s), u"a_b"_s);
+    EXPECT_EQ(tools.StorableName(u"a\uFFFFb"_s, true, {}), u"ab"_s);
+}

@@ -36,12 +36,16 @@ Single naturalHeight(const QWidget& control) {
     return twipsY(control.sizeHint().height());
 }
 
+Single lineHeight(const QWidget& control) {
+    return twipsY(control.fontMetrics().lineSpacing());
+}
+
 Single widthOfCharacters(const QWidget& control, int count) {
     return twipsX(control.fontMetrics().averageCharWidth() * count);
 }
 
 Single innerTop(const QGroupBox& frame) {
-    return twipsY(frame.fontMetrics().height()) + rowGap;
+    return twipsY(frame.fontMetrics().height()) + rowGap / 2;
 }
 
 } // namespace mkl

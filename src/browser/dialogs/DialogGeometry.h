@@ -21,6 +21,8 @@ Single bottom(const QWidget& control); ///< lower edge, likewise
 
 Single naturalWidth(const QWidget& control);
 Single naturalHeight(const QWidget& control);
+/// Height of a line of text in the control's font.
+Single lineHeight(const QWidget& control);
 /// Width of that many average characters of the control's font.
 Single widthOfCharacters(const QWidget& control, int count);
 /// Distance from the upper edge of a frame to what stands in it, below its title.

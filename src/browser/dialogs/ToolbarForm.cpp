@@ -21,6 +21,17 @@ ToolbarForm::ToolbarForm(QWidget* owner, const QString& name, TextId caption, Te
     });
 }
 
+void ToolbarForm::setTabSequence(std::initializer_list<QWidget*> controls) const {
+    DialogButton& confirm = TB.Buttons(u"OK"_s);
+    QWidget* former = nullptr;
+    for (QWidget* control : controls) {
+        if (former) setTabOrder(former, control);
+        former = control;
+    }
+    setTabOrder(former, &confirm);
+    setTabOrder(&confirm, &TB.Buttons(u"Cancel"_s));
+}
+
 void ToolbarForm::KeyDown(Integer& KeyCode, Integer& Shift) {
     const bool alt = Shift == vbAltMask;
     if (KeyCode == vbKeyEscape || (alt && KeyCode == vbKeyA))

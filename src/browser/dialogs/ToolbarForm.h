@@ -3,6 +3,8 @@
 #include "controls/Form.h"
 #include "controls/Toolbar.h"
 
+#include <initializer_list>
+
 namespace mkl {
 
 /// A form with the buttons OK and Abbrechen. Esc and Alt+A press the one, Alt+O the other.
@@ -20,6 +22,9 @@ protected:
     virtual void OK() = 0;
     /// The button with the key "Cancel" was pressed.
     virtual void Cancel() = 0;
+
+    /// The Tab key visits these controls, then the buttons.
+    void setTabSequence(std::initializer_list<QWidget*> controls) const;
 
     void KeyDown(Integer& KeyCode, Integer& Shift) override;
 };

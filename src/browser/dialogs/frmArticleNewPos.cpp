@@ -96,7 +96,7 @@ OptionButton& frmArticleNewPos::Opt(Long Index) const {
 }
 
 Single frmArticleNewPos::arrangeFrame() {
-    Single top = innerTop(Frame1);
+    Single top = innerTop(Frame1) + rowGap / 2;
     for (OptionButton* option : options_) {
         place(*option, formMargin, top);
         top = bottom(*option) + rowGap;
@@ -110,7 +110,7 @@ Single frmArticleNewPos::arrangeFrame() {
 
 void frmArticleNewPos::arrange() {
     const Single frameWidth = arrangeFrame();
-    const Single inner = std::max({widthOfCharacters(*this, 56), frameWidth, BB.Width()});
+    const Single inner = std::max({widthOfCharacters(*this, 64), frameWidth, BB.Width()});
     place(lblInfo, formMargin, formMargin, inner, lblInfo.TextHeight(inner));
     place(Frame1, formMargin, bottom(lblInfo) + belowInfo, inner, mkl::Height(Frame1));
     place(lblWarning, formMargin, bottom(Frame1) + belowFrame, inner, lblWarning.TextHeight(inner));

@@ -18,7 +18,7 @@ frmNewPosition::frmNewPosition(QWidget* owner)
     chkCancel.setObjectName(u"chkCancel"_s);
     chkCancel.hide();
     chkCancel.setValue(1);
-    setTabOrder(&UD, &TB);
+    setTabSequence({&UD});
     UD.setFocus();
     arrange();
 }
