@@ -6,10 +6,13 @@
 #include "browser/ArticlePanes.h"
 #include "browser/BrowserState.h"
 #include "browser/BrowserUi.h"
+#include "browser/CategoryEditing.h"
+#include "browser/CategoryOrder.h"
 #include "browser/CategoryTree.h"
 #include "browser/DropActions.h"
 #include "browser/EditKeys.h"
 #include "browser/HelpSettings.h"
+#include "browser/KeyAllocation.h"
 #include "browser/KeyCommands.h"
 #include "browser/PaneLayout.h"
 #include "browser/PaneStatus.h"
@@ -53,10 +56,13 @@ public:
     const std::unique_ptr<ArticleAssignment> articleAssignment;
     const std::unique_ptr<ArticleOrder> articleOrder;
     const std::unique_ptr<ArticlePanes> articlePanes;
+    const std::unique_ptr<CategoryEditing> categoryEditing;
+    const std::unique_ptr<CategoryOrder> categoryOrder;
     const std::unique_ptr<CategoryTree> categoryTree;
     const std::unique_ptr<DropActions> dropActions;
     const std::unique_ptr<EditKeys> editKeys;
     const std::unique_ptr<HelpSettings> helpSettings;
+    const std::unique_ptr<KeyAllocation> keyAllocation;
     const std::unique_ptr<KeyCommands> keyCommands;
     const std::unique_ptr<PaneLayout> paneLayout;
     const std::unique_ptr<PaneStatus> paneStatus;

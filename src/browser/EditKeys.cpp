@@ -2,6 +2,7 @@
 
 #include "browser/ArtCatBrowserPrivate.h"
 #include "browser/ArticleRow.h"
+#include "browser/FolderImages.h"
 
 #include <algorithm>
 #include <array>
@@ -68,9 +69,46 @@ void activateInList(Hub& hub) {
     }
 }
 
+bool mayMoveCategory(const Hub& hub) {
+    return menuOffers(hub, acbPaneCategoryTree, acbMenuEditPosition) && hub.ui.TV->SelectedItem();
+}
+
+// The menu of an empty tree offers this as well.
+bool mayMakeCategory(const Hub& hub) {
+    const acbMenus shown = hub.state.ShowMenu[acbPaneCategoryTree];
+    if (hub.ui.TV->SelectedItem()) return menuOffers(hub, acbPaneCategoryTree, abcMenuNew);
+    return !(shown & acbMenuNone) && hub.ui.TV->Nodes().Count() == 0 && hub.state.ArtKatTable;
+}
+
+bool mayRenameCategory(const Hub& hub) {
+    return menuOffers(hub, acbPaneCategoryTree, acbMenuRename) && hub.ui.TV->SelectedItem();
+}
+
+bool mayDeleteCategory(const Hub& hub) {
+    return menuOffers(hub, acbPaneCategoryTree, acbMenuDelete) && hub.ui.TV->SelectedItem();
+}
+
+bool mayActivateCategory(const Hub& hub) {
+    return menuOffers(hub, acbPaneCategoryTree, acbMenuActivate) && hub.ui.TV->SelectedItem();
+}
+
+// The command does what the entry says, as the menu would let it stand there.
+void activateCategory(Hub& hub) {
+    captionActivation(hub.ui.menus.Item(u"kTV_Activate"), isActiveImage(hub.ui.TV->SelectedItem()->Image()));
+    hub.categoryEditing->kTV_Activate();
+}
+
 constexpr std::array editKeys{
     EditKey{acbPaneArticlePool, keyInsert, none, mayAddArticles, [](Hub& hub) { hub.dropActions->addPoolSelection(); }},
     EditKey{acbPaneArticlePool, keyE, ctrlKey, mayActivateInPool, activateInPool},
+    EditKey{acbPaneCategoryTree, keyInsert, none, mayMakeCategory, [](Hub& hub) { hub.categoryEditing->kTV_New(); }},
+    EditKey{acbPaneCategoryTree, keyF2, none, mayRenameCategory, [](Hub& hub) { hub.categoryEditing->kTV_Rename(); }},
+    EditKey{acbPaneCategoryTree, keyDelete, none, mayDeleteCategory,
+            [](Hub& hub) { hub.categoryEditing->kTV_Delete(); }},
+    EditKey{acbPaneCategoryTree, keyUp, altKey, mayMoveCategory, [](Hub& hub) { hub.categoryOrder->moveSelected(-1); }},
+    EditKey{acbPaneCategoryTree, keyDown, altKey, mayMoveCategory,
+            [](Hub& hub) { hub.categoryOrder->moveSelected(1); }},
+    EditKey{acbPaneCategoryTree, keyE, ctrlKey, mayActivateCategory, activateCategory},
     EditKey{acbPaneArticleList, keyDelete, none, mayDeletePosition,
             [](Hub& hub) { hub.articleAssignment->kLV_DeletePosition(); }},
     EditKey{acbPaneArticleList, keyF2, none, mayMovePosition, [](Hub& hub) { hub.articleOrder->kLV_NewPosition(); }},

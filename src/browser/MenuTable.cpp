@@ -87,6 +87,10 @@ MenuEntry::MenuEntry(const MenuForm& form)
     : form_(&form)
     , caption_(form.caption ? text(*form.caption) : u"-"_s) {}
 
+void captionActivation(MenuEntry& entry, bool isActive) {
+    entry.setCaption(text(isActive ? TextId::BrowserMenuDeactivate : TextId::BrowserMenuActivate));
+}
+
 MenuTable::MenuTable()
     : entries_(forms.begin(), forms.end()) {}
 

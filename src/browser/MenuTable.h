@@ -50,6 +50,9 @@ private:
     bool checked_ = false;
 };
 
+/// Lets the entry offer the other state than the present one.
+void captionActivation(MenuEntry& entry, bool isActive);
+
 /// The entries of one control.
 class MenuTable {
 public:

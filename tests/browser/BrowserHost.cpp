@@ -1,11 +1,23 @@
 #include "browser/BrowserHost.h"
 
+#include "support/FaultVfs.h"
+
 namespace mkl {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+/// Nothing here waits for the disk.
+const QString& onAFileWithoutSyncs(const QString& picture) {
+    FaultVfs::installAsDefault();
+    return picture;
+}
+
+} // namespace
+
 BrowserHost::BrowserHost(const QString& picture)
-    : catalogue(picture)
+    : catalogue(onAFileWithoutSyncs(picture))
     , formerFactory_(setErrorHandlerFactory([this] { return errors; })) {
     makeBrowser();
 }

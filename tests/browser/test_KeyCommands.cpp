@@ -233,6 +233,7 @@ TEST_F(KeyCommandsTest, ctrlEOnlyWhereTheMenuOffersIt) {
     browser->setEditKeys(true);
     browser->setShowMenu(acbPaneArticlePool, acbMenuProperties);
     browser->setShowMenu(acbPaneArticleList, acbMenuNone | acbMenuActivate);
+    browser->setShowMenu(acbPaneCategoryTree, acbMenuProperties);
     select(pool(), {1});
     key(Qt::Key_E, Qt::ControlModifier);
     select(list(), {1});
