@@ -7,22 +7,22 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-BrowserCommand activating(const char* name, acbPanes pane) {
+BrowserCommand activating(const char* name, int articles, acbPanes pane) {
     const Outcome done = {.stored = Stored::After, .edited = true};
     const Outcome rowNotShown = {.stored = Stored::After, .edited = true, .behindCommit = true};
     return {name,
-            shopPicture(14),
+            shopPicture(articles),
             [](CommandHost& host) { host.show(41); },
-            [pane](CommandHost& host) { host.hub().articleActivation->LVActivate(5, pane, false); },
+            [pane](CommandHost& host) { host.hub().articleActivation->LVActivate(3, pane, false); },
             done,
             {{u"LVActivate"_s, {}}, {u"RefreshItem"_s, rowNotShown}}};
 }
 
 } // namespace
 
-QList<BrowserCommand> activationCommands() {
-    return {activating("deactivate in the list", acbPaneArticleList),
-            activating("deactivate in the pool", acbPaneArticlePool)};
+QList<BrowserCommand> activationCommands(int articles) {
+    return {activating("deactivate in the list", articles, acbPaneArticleList),
+            activating("deactivate in the pool", articles, acbPaneArticlePool)};
 }
 
 } // namespace mkl

@@ -17,8 +17,8 @@ QString shopPicture(int articles) {
         .arg(inOrder.join(u", "_s), some.join(u", "_s));
 }
 
-QList<BrowserCommand> browserCommands() {
-    return orderCommands() + activationCommands();
+QList<BrowserCommand> browserCommands(int articles) {
+    return orderCommands(articles) + activationCommands(articles);
 }
 
 } // namespace mkl

@@ -58,8 +58,9 @@ struct BrowserCommand {
 /// Category 41 with so many articles in no order of their names, an empty one 42, and 43 with some of the same.
 QString shopPicture(int articles);
 
-QList<BrowserCommand> orderCommands();
-QList<BrowserCommand> activationCommands();
-QList<BrowserCommand> browserCommands(); ///< all of them
+QList<BrowserCommand> orderCommands(int articles);
+QList<BrowserCommand> activationCommands(int articles);
+/// All of them, on a catalogue of that many articles.
+QList<BrowserCommand> browserCommands(int articles);
 
 } // namespace mkl

@@ -2,6 +2,7 @@
 
 #include "controls/ListView.h"
 #include "controls/TreeView.h"
+#include "support/Printing.h"
 
 namespace mkl {
 
@@ -17,6 +18,11 @@ void select(ListView& list, const QList<Ref<ListItem>>& rows) {
 
 } // namespace
 
+int FilledForms::run(QDialog& form) {
+    if (!answers.isEmpty()) answers.takeFirst()(form);
+    return form.result();
+}
+
 CommandHost::CommandHost(ScriptedWorld& world, const QString& file, const dao::OpenOptions& options)
     : world_(world)
     , workspace_(dao::DBEngine::CreateWorkspace())
@@ -29,7 +35,11 @@ CommandHost::CommandHost(ScriptedWorld& world, const QString& file, const dao::O
     browser_->setWorkspace(workspace_);
 }
 
-CommandHost::~CommandHost() = default;
+// A host gives up what a command has left open.
+CommandHost::~CommandHost() {
+    while (workspace_->transactionDepth() > 0)
+        EXPECT_EQ(errorOf([&] { workspace_->Rollback(); }), 0);
+}
 
 void CommandHost::show(Long category) {
     browser_->setSelected(acbPaneCategoryTree, category);

@@ -1,6 +1,7 @@
 #pragma once
 // A host program as a command meets it: a workspace of its own on a catalogue's file, the browser with its panes read,
 // a user who answers by a list.
+#include "controls/FormRunner.h"
 #include "dao/Workspace.h"
 #include "support/BrowserAccess.h"
 #include "support/RecordingErrorHandler.h"
@@ -8,9 +9,27 @@
 #include "support/ScriptedPump.h"
 #include "support/StandingClock.h"
 
+#include <QDialog>
+#include <functional>
 #include <memory>
 
 namespace mkl {
+
+/// Fills in forms without showing them; one that nobody fills in is cancelled.
+class FilledForms final : public FormRunner {
+public:
+    FilledForms()
+        : former_(setFormRunner(this)) {}
+    ~FilledForms() override { setFormRunner(former_); }
+    Q_DISABLE_COPY_MOVE(FilledForms)
+
+    int run(QDialog& form) override;
+
+    QList<std::function<void(QDialog&)>> answers; ///< taken from the front
+
+private:
+    FormRunner* former_;
+};
 
 /// What the process has once, whatever number of hosts: the clock, the user, the message queue.
 struct ScriptedWorld {
@@ -18,6 +37,7 @@ struct ScriptedWorld {
 
     const StandingClock clock{today};
     ScriptedAsker user;
+    FilledForms forms;
     ScriptedPump pump;
 };
 

@@ -7,8 +7,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int articles = 40;
-
 const Outcome rolledBack = {};
 const Outcome keptList = {.stored = Stored::After, .edited = true};
 const Outcome readAnew = {.stored = Stored::After, .edited = true, .list = ListShows::Reread};
@@ -23,12 +21,14 @@ void showFiltered(CommandHost& host) {
     host.show(41);
 }
 
-/// Moves the row at one place of the list to where another one stands.
+/// Moves the row at one place of the list to where another one stands; a negative place counts from the end.
 auto move(Long from, Long to) {
     return [from, to](CommandHost& host) {
-        const Long current = host.row(from)->Text().toInt();
-        const Long wanted = host.row(to)->Text().toInt();
-        host.hub().articleOrder->ReorderCategories(wanted, current, host.assignmentAt(to), host.assignmentAt(from), 41);
+        const Long count = host.list().ListItems().Count();
+        const Long source = from < 0 ? count + 1 + from : from;
+        const Long target = to < 0 ? count + 1 + to : to;
+        host.hub().articleOrder->ReorderCategories(host.row(target)->Text().toInt(), host.row(source)->Text().toInt(),
+                                                   host.assignmentAt(target), host.assignmentAt(source), 41);
     };
 }
 
@@ -45,7 +45,7 @@ auto sort(bool descending) {
     };
 }
 
-BrowserCommand moving(const char* name, std::function<void(CommandHost&)> screen, Long from, Long to) {
+BrowserCommand moving(const char* name, int articles, std::function<void(CommandHost&)> screen, Long from, Long to) {
     return {name,
             shopPicture(articles),
             std::move(screen),
@@ -54,7 +54,7 @@ BrowserCommand moving(const char* name, std::function<void(CommandHost&)> screen
             {{u"ReorderCategories"_s, rolledBack}}};
 }
 
-BrowserCommand sorting(const char* name, std::function<void(CommandHost&)> screen, bool descending) {
+BrowserCommand sorting(const char* name, int articles, std::function<void(CommandHost&)> screen, bool descending) {
     return {name,
             shopPicture(articles),
             std::move(screen),
@@ -65,7 +65,7 @@ BrowserCommand sorting(const char* name, std::function<void(CommandHost&)> scree
 
 } // namespace
 
-QList<BrowserCommand> orderCommands() {
+QList<BrowserCommand> orderCommands(int articles) {
     BrowserCommand sortNothing = {"sort an empty category",
                                   shopPicture(articles),
                                   [](CommandHost& host) { host.show(42); },
@@ -74,13 +74,13 @@ QList<BrowserCommand> orderCommands() {
                                   {{u"ReorderAlphabetical"_s, rolledBack}}};
     sortNothing.levelsLeftOpen = 1;
     sortNothing.changes = false;
-    return {moving("move up", show, 12, 3),
-            moving("move down", show, 2, 13),
-            moving("move under a filter", showFiltered, 8, 2),
+    return {moving("move up", articles, show, -2, 2),
+            moving("move down", articles, show, 1, -2),
+            moving("move under a filter", articles, showFiltered, -1, 1),
             {"swap", shopPicture(articles), show, swapEnds, keptList, {{u"SwapCategories"_s, rolledBack}}},
-            sorting("sort", show, false),
-            sorting("sort backwards", show, true),
-            sorting("sort under a filter", showFiltered, false),
+            sorting("sort", articles, show, false),
+            sorting("sort backwards", articles, show, true),
+            sorting("sort under a filter", articles, showFiltered, false),
             sortNothing};
 }
 

@@ -1,36 +1,16 @@
 #include "support/FaultRun.h"
 
 #include "base/RunTimeError.h"
+#include "support/SharedMemory.h"
 
 #include <cstring>
 #include <gtest/gtest.h>
-#include <new>
-#include <sys/mman.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 namespace mkl {
 
 namespace {
-
-/// A report that a child process writes and its parent reads, also when the child was killed.
-class SharedReport {
-public:
-    SharedReport() {
-        void* memory = mmap(nullptr, sizeof(FaultReport), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
-        if (memory == MAP_FAILED) throw std::bad_alloc();
-        report_ = new (memory) FaultReport;
-    }
-    ~SharedReport() { munmap(report_, sizeof(FaultReport)); }
-    SharedReport(const SharedReport&) = delete;
-    SharedReport& operator=(const SharedReport&) = delete;
-
-    FaultReport& operator*() const { return *report_; }
-    FaultReport* operator->() const { return report_; }
-
-private:
-    FaultReport* report_;
-};
 
 void runAndNote(const FaultCommand& command, FaultReport& report) {
     try {
@@ -70,7 +50,7 @@ qint64 forEachPoint(const FaultCommand& command, PointRange range, RunPoint&& ru
     qint64 points = 0;
     for (qint64 point = range.first;; point += range.step) {
         command.prepare();
-        const SharedReport report;
+        const SharedMemory<FaultReport> report;
         report->point = point;
         runPoint(*report);
         EXPECT_STREQ(report->complaint, "") << "at point " << point;
