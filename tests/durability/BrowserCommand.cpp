@@ -18,7 +18,7 @@ QString shopPicture(int articles) {
 }
 
 QList<BrowserCommand> browserCommands(int articles) {
-    return orderCommands(articles) + activationCommands(articles);
+    return assignmentCommands(articles) + orderCommands(articles) + activationCommands(articles);
 }
 
 } // namespace mkl

@@ -15,21 +15,24 @@ enum class Stored : quint8 {
 };
 
 enum class ListShows : quint8 {
-    AsBefore, ///< the very rows that it showed
-    Reread,   ///< new rows, as they are stored
-    Nothing,  ///< its read has failed
+    AsBefore,        ///< the very rows that it showed
+    Reread,          ///< new rows, as they are stored
+    Nothing,         ///< its read has failed
+    RereadOrNothing, ///< it is read twice, and one of the reads has failed
 };
 
-/// What is left where a procedure is the first one to report a failure.
+/// What is left where a procedure is the first one to report a failure. Further reports are told as an expression over
+/// the procedures, each with a blank behind it; by default there are none.
 struct Outcome {
     Stored stored = Stored::Before;
     bool edited = false;
     ListShows list = ListShows::AsBefore;
     bool behindCommit = false; ///< it is reached behind the commit, else not behind it
-    /// Who reports besides where the engine gave the transaction up, so that all that follows fails; the rows are then
-    /// as they were and nothing is edited. Empty for a procedure that ends the command.
-    QStringList whenGivenUp = {};
-    QStringList whenLost = {}; ///< the same where every read fails too
+    QString then = {};         ///< who reports too, since the procedure's result is lacking
+    /// The same where the engine gave the transaction up, so that all later writes and the commit fail. Before the
+    /// commit the rows are then as they were, nothing is edited, and the list stands.
+    QString thenGivenUp = {};
+    QString thenLost = {}; ///< the same where every read fails too
 };
 
 /// An assignment; the table of them is what the states in between are told in.
@@ -58,6 +61,7 @@ struct BrowserCommand {
 /// Category 41 with so many articles in no order of their names, an empty one 42, and 43 with some of the same.
 QString shopPicture(int articles);
 
+QList<BrowserCommand> assignmentCommands(int articles);
 QList<BrowserCommand> orderCommands(int articles);
 QList<BrowserCommand> activationCommands(int articles);
 /// All of them, on a catalogue of that many articles.

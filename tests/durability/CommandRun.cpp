@@ -72,6 +72,10 @@ QByteArray otherTables(const QByteArray& content) {
     return lines.join('\n');
 }
 
+bool matches(const QString& text, const QString& expression) {
+    return QRegularExpression(QRegularExpression::anchoredPattern(expression)).match(text).hasMatch();
+}
+
 QStringList sorted(QStringList lines) {
     lines.sort();
     return lines;
@@ -119,11 +123,11 @@ CommandRun::CommandRun(const BrowserCommand& command, JournalMode mode)
     FaultReport report;
     file_.restore();
     const Ended ended = runOnce(report, Kind::None, {}, {});
-    after_ = ended.content;
     points_ = ended.points;
     statements_ = ended.statements;
     findings_ |= findingsOf(file_.path());
     judge(report, ended);
+    after_ = ended.content;
     EXPECT_STREQ(report.complaint, "") << command.name;
     EXPECT_EQ(after_ != before_, command.changes) << command.name;
 }
@@ -193,44 +197,45 @@ void CommandRun::judge(FaultReport& report, const Ended& ended) const {
     complainIf(report.fired && reporter.isEmpty() && !ended.engineFails, u"the failure was not reported"_s);
     const Outcome outcome = reporter.isEmpty() ? command_.done : command_.failures.value(reporter);
 
-    const QStringList others = proceduresOf(ended.reports).mid(1);
-    const bool isLost = ended.fault == dao::StatementFault::LostConnection;
-    const QStringList whenGivenUp = isLost ? outcome.whenLost : outcome.whenGivenUp;
-    const bool givenUp = ended.engineFails ? !others.isEmpty() : ended.givenUp;
-    complainIf(others != (givenUp ? whenGivenUp : QStringList()), u"further reports"_s);
+    const QString others = proceduresOf(ended.reports).mid(1).join(u' ') + (ended.reports.size() > 1 ? u" "_s : u""_s);
+    const bool isLost = !ended.engineFails && ended.fault == dao::StatementFault::LostConnection;
+    const bool givenUp = isLost || (ended.engineFails ? matches(others, outcome.thenGivenUp) : ended.givenUp);
+    const QString& expected = isLost ? outcome.thenLost : givenUp ? outcome.thenGivenUp : outcome.then;
+    complainIf(!matches(others, expected), u"further reports"_s);
 
     if (!reporter.isEmpty() && !ended.engineFails) {
         complainIf(ended.reports.first().number != errorNumber(ended.fault), u"number"_s);
         complainIf(ended.behindCommit != outcome.behindCommit, u"reporter and statement"_s);
     }
     complainIf(ended.levels != (reporter.isEmpty() ? command_.levelsLeftOpen : 0), u"levels of transaction"_s);
-    judgeRows(report, ended, outcome, givenUp && !outcome.whenGivenUp.isEmpty());
-    judgeList(report, ended, outcome);
+    Outcome left = outcome;
+    if (givenUp && !reporter.isEmpty() && !outcome.behindCommit) left = {};
+    if (isLost && outcome.list == ListShows::RereadOrNothing) left.list = ListShows::Nothing;
+    complainIf(!isStored(left.stored, ended), u"rows"_s);
+    complainIf(ended.edited != left.edited, u"Edited"_s);
+    complainIf(!isShown(left.list, ended), u"list: "_s + ended.list.join(u", "));
 }
 
-void CommandRun::judgeRows(FaultReport& report, const Ended& ended, const Outcome& outcome, bool givenUp) const {
-    if (after_.isNull()) return; // the run that shows what comes of it
-    const Stored stored = givenUp ? Stored::Before : outcome.stored;
-    const bool asTold = stored == Stored::Before  ? ended.content == before_
-                        : stored == Stored::After ? ended.content == after_
-                                                  : isPart(ended.content, ended.reporter());
-    if (!asTold) report.complain("rows after " + ended.reporter().toStdString());
-    if (ended.edited != (givenUp ? false : outcome.edited)) report.complain("Edited");
-}
-
-bool CommandRun::isPart(const QByteArray& content, const QString& procedure) const {
-    const QList<Assignments> parts = command_.parts(assignmentsBefore_, procedure);
-    return otherTables(content) == otherTables(before_) && parts.contains(assignmentsOf(file_.path()));
-}
-
-void CommandRun::judgeList(FaultReport& report, const Ended& ended, const Outcome& outcome) const {
-    bool asTold = false;
-    switch (outcome.list) {
-    case ListShows::AsBefore: asTold = ended.keptRows && ended.list == ended.listBefore; break;
-    case ListShows::Reread: asTold = !ended.keptRows && sorted(ended.list) == sorted(ended.listStored); break;
-    case ListShows::Nothing: asTold = ended.list.isEmpty(); break;
+bool CommandRun::isStored(Stored stored, const Ended& ended) const {
+    switch (stored) {
+    case Stored::Before: return ended.content == before_;
+    case Stored::After: return after_.isNull() || ended.content == after_; // null in the run that shows what comes of it
+    case Stored::Part:
+        return otherTables(ended.content) == otherTables(before_) &&
+               command_.parts(assignmentsBefore_, ended.reporter()).contains(assignmentsOf(file_.path()));
     }
-    if (!asTold) report.complain("list after " + (ended.reporter() + u": "_s + ended.list.join(u", ")).toStdString());
+    return false;
+}
+
+bool CommandRun::isShown(ListShows list, const Ended& ended) {
+    const bool isReread = !ended.keptRows && sorted(ended.list) == sorted(ended.listStored);
+    switch (list) {
+    case ListShows::AsBefore: return ended.keptRows && ended.list == ended.listBefore;
+    case ListShows::Reread: return isReread;
+    case ListShows::Nothing: return ended.list.isEmpty();
+    case ListShows::RereadOrNothing: return isReread || ended.list.isEmpty();
+    }
+    return false;
 }
 
 void CommandRun::check(const FaultReport& report) const {

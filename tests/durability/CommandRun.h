@@ -31,9 +31,8 @@ private:
     FaultCommand faultCommand(Kind kind, FileFault fileFault, dao::StatementFault statementFault);
     Ended runOnce(FaultReport& report, Kind kind, FileFault fileFault, dao::StatementFault statementFault) const;
     void judge(FaultReport& report, const Ended& ended) const;
-    void judgeRows(FaultReport& report, const Ended& ended, const Outcome& outcome, bool givenUp) const;
-    void judgeList(FaultReport& report, const Ended& ended, const Outcome& outcome) const;
-    bool isPart(const QByteArray& content, const QString& procedure) const;
+    bool isStored(Stored stored, const Ended& ended) const;
+    static bool isShown(ListShows list, const Ended& ended);
     void check(const FaultReport& report) const;
 
     const BrowserCommand& command_;

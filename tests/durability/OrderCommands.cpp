@@ -1,5 +1,7 @@
 // The order of the articles within a category.
 #include "BrowserCommand.h"
+#include "browser/dialogs/frmNewPosition.h"
+#include "controls/ListView.h"
 
 namespace mkl {
 
@@ -8,9 +10,17 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const Outcome rolledBack = {};
-const Outcome keptList = {.stored = Stored::After, .edited = true};
 const Outcome readAnew = {.stored = Stored::After, .edited = true, .list = ListShows::Reread};
-const Outcome readFailed = {.stored = Stored::After, .edited = true, .list = ListShows::Nothing, .behindCommit = true};
+const Outcome kept = {.stored = Stored::After, .edited = true};
+const Outcome readFailed = {
+    .stored = Stored::After, .edited = true, .list = ListShows::Nothing, .behindCommit = true};
+
+// The row that is to be selected again is not there.
+Outcome withoutTheRow() {
+    Outcome outcome = readFailed;
+    outcome.then = outcome.thenGivenUp = outcome.thenLost = u"kLV_NewPosition_Click "_s;
+    return outcome;
+}
 
 void show(CommandHost& host) {
     host.show(41);
@@ -24,11 +34,16 @@ void showFiltered(CommandHost& host) {
 /// Moves the row at one place of the list to where another one stands; a negative place counts from the end.
 auto move(Long from, Long to) {
     return [from, to](CommandHost& host) {
-        const Long count = host.list().ListItems().Count();
-        const Long source = from < 0 ? count + 1 + from : from;
-        const Long target = to < 0 ? count + 1 + to : to;
-        host.hub().articleOrder->ReorderCategories(host.row(target)->Text().toInt(), host.row(source)->Text().toInt(),
-                                                   host.assignmentAt(target), host.assignmentAt(source), 41);
+        const auto place = [count = host.list().ListItems().Count()](Long n) { return n < 0 ? count + 1 + n : n; };
+        const Long wanted = host.row(place(to))->Text().toInt();
+        host.selectRows({place(from)});
+        host.world().forms.answers = {[wanted](QDialog& form) {
+            auto& editor = static_cast<frmNewPosition&>(form);
+            editor.UD.setMaximum(std::max(editor.UD.Maximum(), wanted)); // under a filter positions go beyond the count
+            editor.UD.setValue(wanted);
+            editor.chkCancel.setValue(0);
+        }};
+        host.hub().articleOrder->kLV_NewPosition();
     };
 }
 
@@ -41,7 +56,8 @@ void swapEnds(CommandHost& host) {
 auto sort(bool descending) {
     return [descending](CommandHost& host) {
         host.world().user.answers = {vbYes};
-        host.hub().articleOrder->ReorderAlphabetical(host.hub().state.SelectedCategory, u"Schrauben"_s, descending);
+        ArticleOrder& order = *host.hub().articleOrder;
+        descending ? order.kLV_SortDesc() : order.kLV_SortInc();
     };
 }
 
@@ -77,7 +93,7 @@ QList<BrowserCommand> orderCommands(int articles) {
     return {moving("move up", articles, show, -2, 2),
             moving("move down", articles, show, 1, -2),
             moving("move under a filter", articles, showFiltered, -1, 1),
-            {"swap", shopPicture(articles), show, swapEnds, keptList, {{u"SwapCategories"_s, rolledBack}}},
+            {"swap", shopPicture(articles), show, swapEnds, kept, {{u"SwapCategories"_s, rolledBack}}},
             sorting("sort", articles, show, false),
             sorting("sort backwards", articles, show, true),
             sorting("sort under a filter", articles, showFiltered, false),
