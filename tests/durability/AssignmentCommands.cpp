@@ -51,22 +51,26 @@ Outcome part(ListShows list, const QString& thenGivenUp, const QString& thenLost
 BrowserCommand adding(const char* name, int articles, Long position) {
     const QString end = u"Cat_AddArticles DragDrop_AddArticles "_s;
     const ListShows list = ListShows::Reread;
-    BrowserCommand command{name, shopPicture(articles),
+    BrowserCommand command{name,
+                           shopPicture(articles),
                            [](CommandHost& host) {
                                host.show(tools);
                                host.selectPool({1, 2, 3, 4, 901}); // the category has 3 already
                            },
-                           addFromPool(position), {.stored = Stored::After, .edited = true, .list = list}};
-    command.failures = {
-        {u"DragDrop_AddArticles"_s, {}},
-        {u"ArticlePosDialog"_s, {}},
-        // Where it fails before the transaction, all that follows fails too.
-        {u"Article_IsInCat"_s, part(list, end, u"(Article_IsInCat )*ArticlePosDialog |"_s + end)},
-        {u"Cat_RenumberArticles"_s, part(list, end, u"Article_IsInCat "_s + end)},
-        {u"Cat_AddArticles"_s, part(list, u"DragDrop_AddArticles "_s, u"DragDrop_AddArticles "_s)},
-        {u"PopulateLV"_s,
-         {.stored = Stored::After, .edited = true, .list = ListShows::RereadOrNothing, .behindCommit = true,
-          .thenLost = u"(PopulateLV )?"_s}}};
+                           addFromPool(position),
+                           {.stored = Stored::After, .edited = true, .list = list}};
+    command.failures = {{u"DragDrop_AddArticles"_s, {}},
+                        {u"ArticlePosDialog"_s, {}},
+                        // Where it fails before the transaction, all that follows fails too.
+                        {u"Article_IsInCat"_s, part(list, end, u"(Article_IsInCat )*ArticlePosDialog |"_s + end)},
+                        {u"Cat_RenumberArticles"_s, part(list, end, u"Article_IsInCat "_s + end)},
+                        {u"Cat_AddArticles"_s, part(list, u"DragDrop_AddArticles "_s, u"DragDrop_AddArticles "_s)},
+                        {u"PopulateLV"_s,
+                         {.stored = Stored::After,
+                          .edited = true,
+                          .list = ListShows::RereadOrNothing,
+                          .behindCommit = true,
+                          .thenLost = u"(PopulateLV )?"_s}}};
     command.parts = [position](const Assignments& before, const QString& procedure) {
         const auto work = [&](Long gap) {
             PartsOfWork parts(before);
@@ -84,20 +88,21 @@ BrowserCommand adding(const char* name, int articles, Long position) {
 BrowserCommand moving(const char* name, int articles, const QList<Long>& places) {
     const QString end = u"Cat_DeleteArticles DragDrop_AddArticles "_s;
     const ListShows list = ListShows::AsBefore; // a matter of the drop
-    BrowserCommand command{name, shopPicture(articles),
+    BrowserCommand command{name,
+                           shopPicture(articles),
                            [places](CommandHost& host) {
                                host.show(screws);
                                host.selectRows(places);
                            },
-                           moveToTools, {.stored = Stored::After, .edited = true}};
+                           moveToTools,
+                           {.stored = Stored::After, .edited = true}};
     command.failures = {
         {u"DragDrop_AddArticles"_s, {}},
         {u"ArticlePosDialog"_s, {}},
         {u"Article_IsInCat"_s,
          part(list, u"Cat_AddArticles "_s + end, u"(Article_IsInCat )*ArticlePosDialog |Cat_AddArticles "_s + end)},
-        {u"Cat_RenumberArticles"_s,
-         part(list, u"Cat_AddArticles "_s + end + u"|DragDrop_AddArticles "_s,
-              u"Article_IsInCat Cat_AddArticles "_s + end + u"|DragDrop_AddArticles "_s)},
+        {u"Cat_RenumberArticles"_s, part(list, u"Cat_AddArticles "_s + end + u"|DragDrop_AddArticles "_s,
+                                         u"Article_IsInCat Cat_AddArticles "_s + end + u"|DragDrop_AddArticles "_s)},
         {u"Cat_AddArticles"_s, part(list, end, end)},
         {u"Cat_DeleteArticles"_s, part(list, u"DragDrop_AddArticles "_s, u"DragDrop_AddArticles "_s)}};
     command.parts = [places](const Assignments& before, const QString& procedure) {
@@ -113,12 +118,14 @@ BrowserCommand moving(const char* name, int articles, const QList<Long>& places)
 
 BrowserCommand deleting(const char* name, int articles, const QList<Long>& places) {
     const ListShows list = ListShows::Reread;
-    BrowserCommand command{name, shopPicture(articles),
+    BrowserCommand command{name,
+                           shopPicture(articles),
                            [places](CommandHost& host) {
                                host.show(screws);
                                host.selectRows(places);
                            },
-                           deleteSelected, {.stored = Stored::After, .edited = true, .list = list}};
+                           deleteSelected,
+                           {.stored = Stored::After, .edited = true, .list = list}};
     Outcome unread = {.stored = Stored::After, .edited = true, .list = ListShows::Nothing, .behindCommit = true};
     // The row that is to be selected next is not there.
     if (places.size() == 1) unread.then = unread.thenGivenUp = unread.thenLost = u"DeletePosition "_s;

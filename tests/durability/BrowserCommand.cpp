@@ -21,4 +21,8 @@ QList<BrowserCommand> browserCommands(int articles) {
     return assignmentCommands(articles) + orderCommands(articles) + activationCommands(articles);
 }
 
+void PrintTo(const BrowserCommand& command, std::ostream* out) {
+    *out << command.name;
+}
+
 } // namespace mkl

@@ -5,6 +5,8 @@
 
 #include <QMap>
 #include <functional>
+#include <map>
+#include <ostream>
 
 namespace mkl {
 
@@ -57,6 +59,8 @@ struct BrowserCommand {
     int levelsLeftOpen = 0; ///< by a run without a failure
     bool changes = true;    ///< whether such a run stores anything
 };
+
+void PrintTo(const BrowserCommand& command, std::ostream* out);
 
 /// Category 41 with so many articles in no order of their names, an empty one 42, and 43 with some of the same.
 QString shopPicture(int articles);

@@ -219,7 +219,8 @@ void CommandRun::judge(FaultReport& report, const Ended& ended) const {
 bool CommandRun::isStored(Stored stored, const Ended& ended) const {
     switch (stored) {
     case Stored::Before: return ended.content == before_;
-    case Stored::After: return after_.isNull() || ended.content == after_; // null in the run that shows what comes of it
+    case Stored::After:
+        return after_.isNull() || ended.content == after_; // null in the run that shows what comes of it
     case Stored::Part:
         return otherTables(ended.content) == otherTables(before_) &&
                command_.parts(assignmentsBefore_, ended.reporter()).contains(assignmentsOf(file_.path()));

@@ -12,8 +12,7 @@ namespace {
 const Outcome rolledBack = {};
 const Outcome readAnew = {.stored = Stored::After, .edited = true, .list = ListShows::Reread};
 const Outcome kept = {.stored = Stored::After, .edited = true};
-const Outcome readFailed = {
-    .stored = Stored::After, .edited = true, .list = ListShows::Nothing, .behindCommit = true};
+const Outcome readFailed = {.stored = Stored::After, .edited = true, .list = ListShows::Nothing, .behindCommit = true};
 
 // The row that is to be selected again is not there.
 Outcome withoutTheRow() {
@@ -66,8 +65,8 @@ BrowserCommand moving(const char* name, int articles, std::function<void(Command
             shopPicture(articles),
             std::move(screen),
             move(from, to),
-            keptList,
-            {{u"ReorderCategories"_s, rolledBack}}};
+            readAnew,
+            {{u"ReorderCategories"_s, rolledBack}, {u"PopulateLV"_s, withoutTheRow()}}};
 }
 
 BrowserCommand sorting(const char* name, int articles, std::function<void(CommandHost&)> screen, bool descending) {

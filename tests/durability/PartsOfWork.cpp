@@ -83,9 +83,9 @@ QList<Assignments> PartsOfWork::afterFailureOf(const QString& name) const {
             bool formerFailed = false;
             for (const Procedure& procedure : procedures_) {
                 const bool isFailing = &procedure == &failing;
-                const size_t count = isFailing                                    ? written
+                const size_t count = isFailing                                  ? written
                                      : formerFailed && procedure.isPartOfFormer ? 0
-                                                                                  : procedure.writes.size();
+                                                                                : procedure.writes.size();
                 for (size_t i = 0; i < count; ++i)
                     procedure.writes[i](rows);
                 formerFailed = isFailing;
