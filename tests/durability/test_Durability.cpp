@@ -71,6 +71,10 @@ TEST(Durability, TheProcessThatForksHasOneThread) {
     EXPECT_EQ(threads(), 1);
 }
 
+std::string testName(const testing::TestParamInfo<BrowserCommand>& command) {
+    return QString::fromUtf8(command.param.name).replace(u' ', u'_').toStdString();
+}
+
 class DurabilityOf : public testing::TestWithParam<BrowserCommand> {
 protected:
     static void TearDownTestSuite() {
@@ -94,7 +98,4 @@ TEST_P(DurabilityOf, EveryPointLeavesWhatTheCommandTells) {
     ++ran;
 }
 
-INSTANTIATE_TEST_SUITE_P(Commands, DurabilityOf, testing::ValuesIn(browserCommands(articles)),
-                         [](const testing::TestParamInfo<BrowserCommand>& info) {
-                             return QString::fromUtf8(info.param.name).replace(u' ', u'_').toStdString();
-                         });
+INSTANTIATE_TEST_SUITE_P(Commands, DurabilityOf, testing::ValuesIn(browserCommands(articles)), testName);

@@ -25,7 +25,7 @@ void runAndNote(const FaultCommand& command, FaultReport& report) {
     FaultVfs::arm(fault, report.point);
     try {
         runAndNote(command, report);
-        report.fired = FaultVfs::hasFired();
+        report.fired = report.fired || FaultVfs::hasFired();
     } catch (const std::exception& error) {
         report.complain(error.what());
     }
