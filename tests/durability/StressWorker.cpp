@@ -62,6 +62,7 @@ StressStep StressWorker::act(int round) {
     const qint64 asRead = step_.to;
     begin(round, 1);
     step_.from = step_.to = asRead; // where it comes to no transaction
+    hasBegun_ = false;
     dao::FaultPoints::setObserver([this](QByteArrayView native) { observe(native); });
     using Action = void (StressWorker::*)();
     static constexpr std::array<Action, 10> actions = {
@@ -75,12 +76,12 @@ StressStep StressWorker::act(int round) {
     return step_;
 }
 
-// The commit is counted within its transaction, so that the number tells its place among all.
+// A transaction sees the commits before it, whether it is rolled back or counts as one more.
 void StressWorker::observe(QByteArrayView native) {
+    if (std::exchange(hasBegun_, native.startsWith("BEGIN"))) step_.from = step_.to = commits();
     if (native != "COMMIT" || step_.commits()) return;
     host_.database().executeNative(u"UPDATE Stand SET Zahl=Zahl+1"_s);
     step_.to = commits();
-    step_.from = step_.to - 1;
 }
 
 bool StressWorker::isMine(Long article) const {

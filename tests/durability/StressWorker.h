@@ -66,7 +66,8 @@ private:
     std::mt19937 random_;
     Long category_ = 0;
     StressStep step_;
-    Pairs pairs_; ///< of its own articles, as it was told
+    bool hasBegun_ = false; ///< the last statement began a transaction
+    Pairs pairs_;           ///< of its own articles, as it was told
 };
 
 } // namespace mkl
