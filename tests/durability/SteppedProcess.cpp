@@ -35,10 +35,10 @@ QByteArray resultOf(const CommandHost& host) {
 
 } // namespace
 
-SteppedProcess::SteppedProcess(const BrowserCommand& command, const QString& file) {
+SteppedProcess::SteppedProcess(const BrowserCommand& command, const QString& file, Locks locks) {
     if (pipe(events_) != 0 || pipe(tokens_) != 0) throw std::runtime_error("no pipes");
     child_ = fork();
-    if (child_ == 0) runInChild(command, file);
+    if (child_ == 0) runInChild(command, file, locks);
     if (child_ < 0) throw std::runtime_error("no child process");
     listen();
 }
@@ -50,13 +50,13 @@ SteppedProcess::~SteppedProcess() {
         close(end);
 }
 
-void SteppedProcess::runInChild(const BrowserCommand& command, const QString& file) {
+void SteppedProcess::runInChild(const BrowserCommand& command, const QString& file, Locks locks) {
     prctl(PR_SET_PDEATHSIG, SIGKILL); // nobody else would end it
     bool inTransaction = false;
-    dao::FaultPoints::setLockWait([&] { return inTransaction && stop(waiting); });
+    if (locks == Locks::Stop) dao::FaultPoints::setLockWait([&] { return inTransaction && stop(waiting); });
     {
         ScriptedWorld world;
-        CommandHost host(world, file, {});
+        CommandHost host(world, file, {.busyTimeoutMilliseconds = 60'000});
         command.screen(host);
         dao::FaultPoints::setObserver([&](QByteArrayView native) {
             inTransaction = inTransaction || native.startsWith("BEGIN");
@@ -79,8 +79,12 @@ bool SteppedProcess::stop(char event) {
     return token == 'g';
 }
 
-void SteppedProcess::go(char token) {
+void SteppedProcess::send(char token) {
     if (state_ == State::Ended || write(tokens_[1], &token, 1) != 1) throw std::logic_error("the program has ended");
+}
+
+void SteppedProcess::go(char token) {
+    send(token);
     listen();
 }
 

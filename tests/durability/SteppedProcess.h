@@ -16,8 +16,13 @@ public:
         Ended,
     };
 
+    enum class Locks : quint8 {
+        Stop, ///< is Waiting until the next step
+        Wait, ///< the engine tries by itself, as in a real program: no step ends before
+    };
+
     /// Starts the program. It reads its panes and runs the command up to its transaction.
-    SteppedProcess(const BrowserCommand& command, const QString& file);
+    SteppedProcess(const BrowserCommand& command, const QString& file, Locks locks = Locks::Stop);
     /// Ends it wherever it stands.
     ~SteppedProcess();
     Q_DISABLE_COPY_MOVE(SteppedProcess)
@@ -26,6 +31,9 @@ public:
     QByteArray statement() const { return shared_->statement; } ///< that it stands before or waits in
     /// Runs the statement, or tries the lock again.
     void step() { go('g'); }
+    /// The two halves of a step.
+    void start() { send('g'); }
+    void await() { listen(); }
     /// Ends the wait for the lock, as at the end of the busy timeout.
     void giveUp() { go('x'); }
 
@@ -38,8 +46,9 @@ private:
         char result[600] = {};
     };
 
-    [[noreturn]] void runInChild(const BrowserCommand& command, const QString& file);
+    [[noreturn]] void runInChild(const BrowserCommand& command, const QString& file, Locks locks);
     bool stop(char event);
+    void send(char token);
     void go(char token);
     void listen();
 

@@ -167,4 +167,24 @@ qint64 TwoPrograms::givingUp(PointRange range) {
     });
 }
 
+void TwoPrograms::expectRealWait() {
+    file_.restore();
+    const auto end = [](SteppedProcess& program) {
+        while (program.state() != SteppedProcess::State::Ended)
+            program.step();
+    };
+    {
+        SteppedProcess first(*commands_[0], file_.path(), SteppedProcess::Locks::Wait);
+        SteppedProcess second(*commands_[1], file_.path(), SteppedProcess::Locks::Wait);
+        first.step();   // has the lock
+        second.start(); // wants it
+        end(first);
+        second.await();
+        end(second);
+        EXPECT_EQ(first.result(), serial_[0].results[0]);
+        EXPECT_EQ(second.result(), serial_[0].results[1]);
+    }
+    EXPECT_EQ(file_.content().toStdString(), serial_[0].content.toStdString());
+}
+
 } // namespace mkl

@@ -33,6 +33,8 @@ public:
     qint64 waiting(int switches, PointRange range = {});
     /// The same, but whoever would have to wait gives up at once: it reports 3260 and leaves nothing.
     qint64 givingUp(PointRange range = {});
+    /// The second waits in the engine itself until the first has ended.
+    void expectRealWait();
 
 private:
     struct Left {
