@@ -12,6 +12,8 @@ Form::Form(QWidget* owner)
     : keys_(*this, [this](Integer& KeyCode, Integer& Shift) { KeyDown(KeyCode, Shift); })
     , owned_(owner)
     , owner_(owner) {
+    setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+                   Qt::WindowCloseButtonHint);
     setWindowModality(Qt::ApplicationModal);
     if (owner) connect(owner, &QObject::destroyed, this, &Form::reject);
 }

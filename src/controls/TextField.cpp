@@ -1,7 +1,6 @@
 #include "controls/TextField.h"
 
 #include <QEvent>
-#include <QLineEdit>
 
 #include <algorithm>
 

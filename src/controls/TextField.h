@@ -1,12 +1,8 @@
 #pragma once
 #include "base/Ref.h"
 
-#include <QObject>
+#include <QLineEdit>
 #include <QPointer>
-
-QT_BEGIN_NAMESPACE
-class QLineEdit;
-QT_END_NAMESPACE
 
 namespace mkl {
 

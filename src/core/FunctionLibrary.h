@@ -1,4 +1,5 @@
 #pragma once
+#include "controls/TextField.h"
 #include "core/DataTools.h"
 #include "core/SqlTools.h"
 #include "core/StringTools.h"
@@ -13,6 +14,8 @@ public:
     const mkl::StringTools& StringTools() const { return stringTools_; }
     const mkl::WindowTools& WindowTools() const { return windowTools_; }
     const mkl::DataTools& DataTools() const { return dataTools_; }
+    /// A fresh text-field object, to be bound to a text box.
+    Ref<TextField> NewTextField() const { return makeRef<TextField>(); }
 
 private:
     mkl::SqlTools sqlTools_;

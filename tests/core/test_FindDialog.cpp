@@ -1,43 +1,21 @@
 #include "core/FindDialog.h"
 
-#include "controls/FormRunner.h"
 #include "core/Catalogue.h"
 #include "core/Finder.h"
 #include "core/FunctionLibrary.h"
 #include "support/Printing.h"
 #include "support/ScriptedAsker.h"
+#include "support/ScriptedForms.h"
 
 #include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <functional>
 
 using namespace Qt::StringLiterals;
 using namespace mkl;
 
 namespace {
-
-// Does what a user would do with the form, then gives its result.
-class ScriptedForms final : public FormRunner {
-public:
-    explicit ScriptedForms(std::function<void(QDialog&)> user)
-        : user_(std::move(user))
-        , former_(setFormRunner(this)) {}
-    ~ScriptedForms() override { setFormRunner(former_); }
-    Q_DISABLE_COPY_MOVE(ScriptedForms)
-
-    int run(QDialog& form) override {
-        int result = QDialog::Rejected;
-        QObject::connect(&form, &QDialog::finished, &form, [&result](int code) { result = code; });
-        user_(form);
-        return result;
-    }
-
-private:
-    std::function<void(QDialog&)> user_;
-    FormRunner* former_;
-};
 
 void enter(QDialog& form, const QString& term, const QString& button) {
     form.findChild<QLineEdit*>(u"txtSearch"_s)->setText(term);
@@ -47,7 +25,7 @@ void enter(QDialog& form, const QString& term, const QString& button) {
 } // namespace
 
 TEST(FindDialog, GivesTheTermThatWasConfirmed) {
-    const ScriptedForms forms([](QDialog& form) { enter(form, u"Schraube*"_s, u"cmdOK"_s); });
+    const ScriptedForms forms({[](QDialog& form) { enter(form, u"Schraube*"_s, u"cmdOK"_s); }});
     const auto dialog = makeRef<FindDialog>();
     dialog->setFieldName(u"Artikelname"_s);
     EXPECT_TRUE(dialog->Show());
@@ -55,25 +33,27 @@ TEST(FindDialog, GivesTheTermThatWasConfirmed) {
 }
 
 TEST(FindDialog, ConfirmsAnEmptyTermToo) {
-    const ScriptedForms forms([](QDialog& form) { enter(form, {}, u"cmdOK"_s); });
+    const ScriptedForms forms({[](QDialog& form) { enter(form, {}, u"cmdOK"_s); }});
     const auto dialog = makeRef<FindDialog>();
     EXPECT_TRUE(dialog->Show());
     EXPECT_EQ(dialog->Text(), QString());
 }
 
 TEST(FindDialog, KeepsTheFormerTermWhenCancelled) {
-    QString button = u"cmdOK"_s;
-    const ScriptedForms forms([&](QDialog& form) { enter(form, button, button); });
+    const ScriptedForms forms({[](QDialog& form) { enter(form, u"Schraube"_s, u"cmdOK"_s); },
+                               [](QDialog& form) { enter(form, u"Mutter"_s, u"cmdCancel"_s); }});
     const auto dialog = makeRef<FindDialog>();
     dialog->Show();
-    button = u"cmdCancel"_s;
     EXPECT_FALSE(dialog->Show());
-    EXPECT_EQ(dialog->Text(), u"cmdOK"_s);
+    EXPECT_EQ(dialog->Text(), u"Schraube"_s);
 }
 
 TEST(FindDialog, ShowsTheFieldAsPlainText) {
     QString prompt;
-    const ScriptedForms forms([&](QDialog& form) { prompt = form.findChild<QLabel*>()->text(); });
+    const ScriptedForms forms({[&](QDialog& form) {
+        prompt = form.findChild<QLabel*>()->text();
+        closeForm(form);
+    }});
     const auto dialog = makeRef<FindDialog>();
     dialog->setFieldName(u"<b>Name & Nummer</b>"_s);
     dialog->Show();
@@ -83,10 +63,10 @@ TEST(FindDialog, ShowsTheFieldAsPlainText) {
 TEST(FindDialog, OutlivesItsOwnerAndItself) {
     auto* owner = new QWidget;
     auto dialog = makeRef<FindDialog>();
-    const ScriptedForms forms([&](QDialog&) {
+    const ScriptedForms forms({[&](QDialog&) {
         delete owner;
         dialog.reset();
-    });
+    }});
     dialog->setOwnerWindow(owner);
     EXPECT_FALSE(dialog->Show());
     EXPECT_FALSE(dialog);
@@ -96,14 +76,10 @@ namespace {
 
 // Confirms the terms one after the other, then cancels; keeps the names of the articles found.
 struct Search {
-    explicit Search(const QStringList& terms)
-        : terms_(terms)
-        , forms_([this](QDialog& form) {
-            if (terms_.isEmpty())
-                enter(form, {}, u"cmdCancel"_s);
-            else
-                enter(form, terms_.takeFirst(), u"cmdOK"_s);
-        }) {
+    explicit Search(const QStringList& terms) {
+        for (const QString& term : terms)
+            forms.answers += [term](QDialog& form) { enter(form, term, u"cmdOK"_s); };
+        forms.answers += [](QDialog& form) { enter(form, {}, u"cmdCancel"_s); };
         dialog->setMode(FindDialog::SearchRecordset);
         dialog->setFieldName(u"Artikelname"_s);
         dialog->setRecordset(rows);
@@ -119,10 +95,7 @@ struct Search {
     Ref<FindDialog> dialog = makeRef<FindDialog>();
     QStringList found;
     ScriptedAsker asker;
-
-private:
-    QStringList terms_;
-    ScriptedForms forms_;
+    ScriptedForms forms;
 };
 
 } // namespace
@@ -160,6 +133,7 @@ TEST(FindDialog, SearchWithoutARecordset) {
     search.dialog->setRecordset(search.rows);
     search.dialog->setFieldName(u"Farbe"_s);
     EXPECT_EQ(errorOf([&] { search.dialog->Show(); }), 3070);
+    search.forms.answers.clear(); // the failure has ended the search
 }
 
 TEST(Finder, HandsOutOneDialogAndPassesItsHitsOn) {

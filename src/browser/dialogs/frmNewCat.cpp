@@ -18,12 +18,6 @@ constexpr Long nameMissing = 1049;
 constexpr Long nameTaken = 1050;
 constexpr Long asSubcategory = 3;
 
-Ref<TextField> fieldOf(TextBox& box) {
-    const Ref<TextField> field = makeRef<TextField>();
-    field->setTextBox(&box);
-    return field;
-}
-
 } // namespace
 
 frmNewCat::frmNewCat(QWidget* owner)
@@ -71,8 +65,10 @@ void frmNewCat::A_Init(const Ref<ErrorHandler>& ErrorObject, const Ref<FunctionL
     helper_ = Helper;
     backend_ = Backend;
     workgroupFilter_ = WorkgroupFilter;
-    nameField_ = fieldOf(txtCatName);
-    noteField_ = fieldOf(txtNote);
+    nameField_ = Helper->NewTextField();
+    nameField_->setTextBox(&txtCatName);
+    noteField_ = Helper->NewTextField();
+    noteField_->setTextBox(&txtNote);
 }
 
 void frmNewCat::Activate() {
