@@ -18,10 +18,6 @@ Form::Form(QWidget* owner)
     if (owner) connect(owner, &QObject::destroyed, this, &Form::reject);
 }
 
-Form::~Form() {
-    if (owner_) owner_->disconnect(this);
-}
-
 void Form::Show() {
     if (owned_ && !owner_) {
         Cancelled();

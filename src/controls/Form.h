@@ -16,7 +16,6 @@ class Form : public QDialog {
 public:
     /// owner: the control on whose behalf the form asks; may be nullptr.
     explicit Form(QWidget* owner = nullptr);
-    ~Form() override;
 
     QString Caption() const { return windowTitle(); }
     void setCaption(const QString& caption) { setWindowTitle(caption); }

@@ -3,6 +3,7 @@
 #include "controls/ItemModel.h"
 #include "controls/MouseArguments.h"
 #include "controls/RowDelegate.h"
+#include "controls/ToolTip.h"
 
 #include <QContextMenuEvent>
 #include <QHelpEvent>
@@ -259,7 +260,7 @@ bool ItemView::viewportEvent(QEvent* event) {
     if (event->type() != QEvent::ToolTip) return QTreeView::viewportEvent(event);
     const auto& help = static_cast<const QHelpEvent&>(*event);
     const QModelIndex index = indexAt(help.pos());
-    const QString full = isCutShort(index) ? index.data().toString().toHtmlEscaped() : QString();
+    const QString full = isCutShort(index) ? plainToolTip(index.data().toString()) : QString();
     QToolTip::showText(help.globalPos(), full, viewport(), visualRect(index));
     return true;
 }

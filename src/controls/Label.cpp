@@ -1,5 +1,6 @@
 #include "controls/Label.h"
 
+#include "controls/ToolTip.h"
 #include "controls/Twips.h"
 
 #include <QPainter>
@@ -107,7 +108,8 @@ void Label::resizeEvent(QResizeEvent* event) {
 }
 
 void Label::showWhatIsCut() {
-    setToolTip(linesOf(text(), font(), width(), mostLines_).cut ? text().toHtmlEscaped() : QString());
+    const bool cut = linesOf(text(), font(), width(), mostLines_).cut;
+    setToolTip(cut ? plainToolTip(text()) : QString());
 }
 
 } // namespace mkl

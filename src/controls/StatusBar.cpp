@@ -1,6 +1,7 @@
 #include "controls/StatusBar.h"
 
 #include "base/RunTimeError.h"
+#include "controls/ToolTip.h"
 #include "controls/Twips.h"
 
 #include <QMouseEvent>
@@ -48,7 +49,7 @@ void StatusPanel::elide() {
     const int room = contentsRect().width() - 2 * textMargin;
     const QString shown = fontMetrics().elidedText(text_, Qt::ElideRight, std::max(0, room));
     QLabel::setText(shown);
-    setToolTip(shown == text_ ? QString() : text_.toHtmlEscaped());
+    setToolTip(shown == text_ ? QString() : plainToolTip(text_));
 }
 
 void StatusPanel::resizeEvent(QResizeEvent* event) {

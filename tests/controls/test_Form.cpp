@@ -1,6 +1,6 @@
 #include "controls/Form.h"
 
-#include "controls/Extender.h"
+#include "controls/UserControl.h"
 #include "support/Printing.h"
 #include "support/ScriptedForms.h"
 
@@ -168,6 +168,29 @@ TEST(Form, HearsKeysFirst) {
     }});
     form.Show();
     EXPECT_EQ(form.log, (QStringList{u"key 16 1"_s, u"key 18 5"_s, u"key 79 5"_s, u"cancelled"_s}));
+}
+
+TEST(Form, HearsKeysBeforeTheControlsOnIt) {
+    struct Control final : UserControl {
+        Control(QStringList& heard, QWidget* parent)
+            : UserControl(parent)
+            , log(heard) {}
+        void KeyDown(Integer& KeyCode, Integer&) override { log += u"control %1"_s.arg(KeyCode); }
+        QStringList& log;
+    };
+    SampleForm form;
+    Control control(form.log, &form);
+    QLineEdit constituent(&control);
+    form.swallowed = 65;
+    ScriptedForms forms({[&](QDialog& shown) {
+        constituent.setFocus();
+        pressKey(shown, Qt::Key_A);
+        pressKey(shown, Qt::Key_B);
+        shown.reject();
+    }});
+    form.Show();
+    EXPECT_EQ(constituent.text(), u"b"_s);
+    EXPECT_EQ(form.log, (QStringList{u"key 65 0"_s, u"key 66 0"_s, u"control 66"_s, u"cancelled"_s}));
 }
 
 } // namespace mkl

@@ -1,10 +1,13 @@
 #include "controls/Label.h"
 
 #include "controls/Extender.h"
+#include "controls/ToolTip.h"
 #include "controls/Twips.h"
 #include "support/Printing.h"
 
 #include <QImage>
+#include <QTextDocument>
+#include <QTextDocumentFragment>
 
 namespace mkl {
 
@@ -57,11 +60,19 @@ TEST(Label, CutsWhatGoesBeyondItsLinesAndTellsItByToolTip) {
     Label label(nullptr, u"<i>Wort</i> & "_s.repeated(500));
     setWidth(label, 3000);
     EXPECT_EQ(label.TextHeight(3000), 4 * lineHeight(label));
-    EXPECT_EQ(label.toolTip(), label.Caption().toHtmlEscaped());
+    EXPECT_EQ(label.toolTip(), plainToolTip(label.Caption()));
     label.setMostLines(1);
     EXPECT_EQ(label.TextHeight(3000), lineHeight(label));
     label.setCaption(u"kurz"_s);
     EXPECT_EQ(label.toolTip(), QString());
+}
+
+TEST(Label, AToolTipShowsTheTextAsItStands) {
+    for (const QString& text : {u"Öl & Fett"_s, u"<b>a</b> &lt; &amp;"_s, u"kurz"_s}) {
+        EXPECT_TRUE(Qt::mightBeRichText(plainToolTip(text)));
+        EXPECT_EQ(QTextDocumentFragment::fromHtml(plainToolTip(text)).toPlainText(), text);
+    }
+    EXPECT_EQ(plainToolTip({}), QString());
 }
 
 TEST(Label, BoldTypeIsMeasuredAsSuch) {

@@ -1,5 +1,6 @@
 #include "controls/StatusBar.h"
 
+#include "controls/ToolTip.h"
 #include "support/Printing.h"
 
 #include <QSignalSpy>
@@ -56,7 +57,7 @@ TEST_F(StatusBarTest, LongTextsAreCutAndShownInFullAsToolTip) {
     panel.setText(text);
     EXPECT_EQ(panel.Text(), text);
     EXPECT_NE(static_cast<const QLabel&>(panel).text(), text);
-    EXPECT_EQ(panel.toolTip(), text.toHtmlEscaped());
+    EXPECT_EQ(panel.toolTip(), plainToolTip(text));
     EXPECT_EQ(panel.accessibleName(), text);
     panel.setText(u"kurz"_s);
     EXPECT_EQ(panel.toolTip(), QString());

@@ -1,5 +1,6 @@
 #include "browser/dialogs/frmArtCatBrowserOrder.h"
 
+#include "browser/dialogs/Accessible.h"
 #include "controls/Extender.h"
 #include "support/Printing.h"
 #include "support/ScriptedForms.h"
@@ -165,6 +166,10 @@ TEST_F(OrderDialogTest, NoTextIsCut) {
     }});
     OrderDialog(nullptr, u"Die Kategorien '%1' und '%1' vertauschen"_s.arg(name),
                 u"'%1' vor '%1' verschieben"_s.arg(name), u"'%1' als Unterkategorie von '%1' einordnen"_s.arg(name));
+}
+
+TEST_F(OrderDialogTest, EveryControlHasAName) {
+    look([](frmArtCatBrowserOrder& form) { EXPECT_EQ(namelessControls(form), QStringList()); });
 }
 
 TEST_F(OrderDialogTest, ItsOwnerMayGoMeanwhile) {

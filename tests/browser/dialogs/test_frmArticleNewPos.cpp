@@ -1,5 +1,6 @@
 #include "browser/dialogs/frmArticleNewPos.h"
 
+#include "browser/dialogs/Accessible.h"
 #include "controls/Extender.h"
 #include "support/Printing.h"
 #include "support/ScriptedForms.h"
@@ -236,6 +237,14 @@ TEST_F(frmArticleNewPosTest, LongNamesNeitherCutNorSpreadIt) {
     EXPECT_LT(form.Height(), 3 * height);
     EXPECT_TRUE(form.lblInfo.toolTip().contains(endless));
     EXPECT_TRUE(form.lblWarning.toolTip().contains(endless));
+}
+
+TEST_F(frmArticleNewPosTest, EveryControlHasAName) {
+    init({.position = 3});
+    after([](QDialog& shown) {
+        EXPECT_EQ(namelessControls(shown), QStringList());
+        shown.reject();
+    });
 }
 
 TEST_F(frmArticleNewPosTest, EverythingFits) {

@@ -1,5 +1,6 @@
 #include "browser/dialogs/frmNewCat.h"
 
+#include "browser/dialogs/Accessible.h"
 #include "controls/Extender.h"
 #include "support/CatalogueFixture.h"
 #include "support/Printing.h"
@@ -296,6 +297,13 @@ TEST_F(frmNewCatTest, TabGoesFromTheNameToTheButtons) {
         }
         EXPECT_EQ(visited, (QStringList{u"txtCatName"_s, u"txtNote"_s, u"chkActive"_s, u"OK"_s, u"Cancel"_s}));
         EXPECT_EQ(shown.focusWidget(), &form->Opt(2)); // the one of the options that is set
+        shown.reject();
+    });
+}
+
+TEST_F(frmNewCatTest, EveryControlHasAName) {
+    after([](QDialog& shown) {
+        EXPECT_EQ(namelessControls(shown), QStringList());
         shown.reject();
     });
 }

@@ -1,5 +1,6 @@
 #include "browser/dialogs/frmNewPosition.h"
 
+#include "browser/dialogs/Accessible.h"
 #include "controls/Extender.h"
 #include "support/Printing.h"
 #include "support/ScriptedForms.h"
@@ -93,6 +94,13 @@ TEST_F(frmNewPositionTest, TheFocusedButtonIsPressedByEnter) {
         pressKey(shown, Qt::Key_Return);
     };
     EXPECT_EQ(after(answer), 0);
+}
+
+TEST_F(frmNewPositionTest, EveryControlHasAName) {
+    after([](QDialog& shown) {
+        EXPECT_EQ(namelessControls(shown), QStringList());
+        shown.reject();
+    });
 }
 
 TEST_F(frmNewPositionTest, EverythingFits) {
