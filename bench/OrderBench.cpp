@@ -2,24 +2,15 @@
 // interface that writes the same rows.
 #include "bench/BrowserOnPool.h"
 #include "bench/Row.h"
-#include "browser/ArtCatBrowserPrivate.h"
+#include "controls/ButtonBar.h"
 #include "controls/FormRunner.h"
+#include "tests/support/BrowserAccess.h"
 
 #include <QDialog>
 
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
-
-namespace mkl {
-
-/// What stands behind the control.
-class BrowserHost {
-public:
-    static ArtCatBrowserPrivate& hubOf(const ArtCatBrowser& browser) { return *browser.d_; }
-};
-
-} // namespace mkl
 
 namespace bench {
 
@@ -118,7 +109,7 @@ public:
         }
         exec(u"COMMIT"_s);
     }
-    mkl::ArtCatBrowserPrivate& hub() const { return mkl::BrowserHost::hubOf(host.browser); }
+    mkl::ArtCatBrowserPrivate& hub() const { return mkl::BrowserAccess::hub(host.browser); }
 
     BrowserOnPool host;
 };

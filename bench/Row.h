@@ -47,5 +47,7 @@ Result scrollRow();
 Result renumberRow();
 Result moveRow();
 Result addRow();
+Result deleteTreeRow();
+Result sortLevelRow();
 
 } // namespace bench

@@ -25,25 +25,14 @@ double medianSeconds(int runs, const std::function<void()>& call) {
 namespace {
 
 const std::vector<Row>& rows() {
-    static const std::vector<Row> all{{u"tree"_s, treeRow},
-                                      {u"memory"_s, memoryRow},
-                                      {u"import"_s, importRow},
-                                      {u"pool"_s, poolRow},
-                                      {u"poolmem"_s, poolMemoryRow},
-                                      {u"literals"_s, literalsRow},
-                                      {u"find"_s, findRow},
-                                      {u"findscan"_s, findScanRow},
-                                      {u"like"_s, likeRow},
-                                      {u"order"_s, orderRow},
-                                      {u"parse"_s, parseRow},
-                                      {u"fill"_s, fillRow},
-                                      {u"fillqt"_s, fillWidgetRow},
-                                      {u"fillmem"_s, fillMemoryRow},
-                                      {u"click"_s, clickRow},
-                                      {u"scroll"_s, scrollRow},
-                                      {u"renumber"_s, renumberRow},
-                                      {u"move"_s, moveRow},
-                                      {u"add"_s, addRow}};
+    static const std::vector<Row> all{
+        {u"tree"_s, treeRow},         {u"memory"_s, memoryRow},      {u"import"_s, importRow},
+        {u"pool"_s, poolRow},         {u"poolmem"_s, poolMemoryRow}, {u"literals"_s, literalsRow},
+        {u"find"_s, findRow},         {u"findscan"_s, findScanRow},  {u"like"_s, likeRow},
+        {u"order"_s, orderRow},       {u"parse"_s, parseRow},        {u"fill"_s, fillRow},
+        {u"fillqt"_s, fillWidgetRow}, {u"fillmem"_s, fillMemoryRow}, {u"click"_s, clickRow},
+        {u"scroll"_s, scrollRow},     {u"renumber"_s, renumberRow},  {u"move"_s, moveRow},
+        {u"add"_s, addRow},           {u"deltree"_s, deleteTreeRow}, {u"level"_s, sortLevelRow}};
     return all;
 }
 
