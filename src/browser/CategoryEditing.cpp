@@ -106,7 +106,7 @@ void CategoryEditing::newCategory(TransMark& mark) {
     // 13.
     state.SelectedListArticle = 0;
     hub_.categoryTree->X_PopulateTV(true);
-    if (!state.closed) selectNew(key);
+    if (!state.closed) selectNew(category, key);
 }
 
 bool CategoryEditing::findSender() {
@@ -180,10 +180,14 @@ void CategoryEditing::addNode(const NewCategory& category, Long key, const Node&
     hub_.categoryOrder->OrderCategory(*node, false);
 }
 
-void CategoryEditing::selectNew(Long key) const {
+void CategoryEditing::selectNew(const NewCategory& category, Long key) const {
     const auto isNew = [key](const Ref<Node>& node) { return node->Tag() == Variant(key); };
-    // Where the pane's filter hides it there is nothing to select.
-    if (std::ranges::any_of(hub_.ui.TV->Nodes(), isNew)) hub_.selection->LetSelected(acbPaneCategoryTree, key);
+    if (std::ranges::any_of(hub_.ui.TV->Nodes(), isNew)) return hub_.selection->LetSelected(acbPaneCategoryTree, key);
+    // The pane's filter may hide it; but where its parent went while the user filled the form nobody will ever see it.
+    if (category.parent.isNull()) return;
+    const Ref<dao::Recordset> table = openByKey(hub_.state.Backend);
+    table->Seek(u"=", category.parent);
+    if (table->NoMatch()) messageService().ShowCoded(categoryNotFound, vbCritical);
 }
 
 // --- rename ---------------------------------------------------------------------------------------------------------

@@ -39,7 +39,7 @@ private:
     void showPlaces(frmNewCat& form, const Node& selected) const;
     void storeCategory(const NewCategory& category, Long key) const;
     void addNode(const NewCategory& category, Long key, const Node& selected) const;
-    void selectNew(Long key) const;
+    void selectNew(const NewCategory& category, Long key) const;
     void rename();
     void deleteCategory(TransMark& mark);
     bool isDeletionWanted(const QString& name, Long key, Long descendants) const;

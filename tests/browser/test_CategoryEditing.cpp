@@ -262,6 +262,29 @@ TEST_F(CategoryEditingTest, oneThatTheFilterHidesIsMadeAllTheSame) {
     EXPECT_EQ(tree().SelectedItem(), node(50));
 }
 
+TEST_F(CategoryEditingTest, aParentThatVanishesWhileTheFormIsOpenIsTold) {
+    const auto makeWhileItGoes = [this](Long option) {
+        show(50);
+        forms.answers.append([this, option](QDialog& dialog) {
+            catalogue.run(u"DELETE FROM \"ARTIKEL/KATEGORIEN\" WHERE \"Kategorie-Schlüssel\"=50"_s);
+            auto& form = dynamic_cast<frmNewCat&>(dialog);
+            form.txtCatName.setText(u"Nägel"_s);
+            form.Opt(option).click();
+            form.TB.Buttons(u"OK"_s).click();
+        });
+        editing().kTV_New();
+    };
+    makeWhileItGoes(3);
+    ASSERT_EQ(user.shown.size(), 1);
+    EXPECT_EQ(user.shown.takeFirst().text, u"Der Datensatz der Kategorie wurde nicht gefunden."_s);
+    EXPECT_EQ(level(50), u"13@1*"_s); // stored, as an orphan
+    catalogue.addCategory({.key = 50, .name = u"Werkzeug"_s, .order = 2});
+    makeWhileItGoes(2); // beside it there is nothing to miss
+    EXPECT_TRUE(user.shown.isEmpty());
+    EXPECT_EQ(tree().SelectedItem(), node(23));
+    EXPECT_EQ(takeReports(), QStringList());
+}
+
 TEST_F(CategoryEditingTest, theFormMayCloseTheControl) {
     show(50);
     forms.answers.append([this](QDialog&) { browser.reset(); });
