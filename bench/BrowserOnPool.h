@@ -8,10 +8,11 @@
 
 namespace bench {
 
-/// A browser on show whose pool is a million articles.
+/// A browser on show whose pool is a million articles, or as many as told.
 class BrowserOnPool {
 public:
-    BrowserOnPool() {
+    explicit BrowserOnPool(int articles = Articles)
+        : pool(articles) {
         browser.setBackend(pool.database);
         browser.resize(1200, 800);
         browser.show();

@@ -41,7 +41,8 @@ private:
 /// A browser that shows the category with its 10,000 articles.
 class BrowserOnCategory {
 public:
-    BrowserOnCategory() {
+    explicit BrowserOnCategory(int articles = 2 * Positions)
+        : host(articles) {
         host.browser.setWorkspace(host.pool.workspace());
         fill();
         show();
@@ -166,7 +167,7 @@ Result moveRow() {
 
 // The last articles of the pool are in no category; they come behind the last position.
 Result addRow() {
-    BrowserOnCategory category;
+    BrowserOnCategory category(Articles);
     mkl::ListView& pool = category.host.list();
     ConfirmingRunner confirming;
     mkl::Long added = 0;

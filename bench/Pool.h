@@ -10,12 +10,12 @@ namespace bench {
 
 inline constexpr int Articles = 1'000'000;
 
-/// A demo catalogue with a million articles, open twice: through the data layer and raw.
+/// A demo catalogue with a million articles or as many as told, open twice: through the data layer and raw.
 class Pool {
 public:
-    Pool() {
+    explicit Pool(int articles = Articles) {
         mkl::DemoCatalogue demo;
-        demo.articles = Articles;
+        demo.articles = articles;
         demo.categories = 10;
         demo.create(file());
         database = mkl::openCatalogue(*workspace_, file());
