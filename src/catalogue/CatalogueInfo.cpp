@@ -1,5 +1,6 @@
 #include "catalogue/CatalogueInfo.h"
 
+#include "catalogue/CatalogueReplica.h"
 #include "catalogue/CatalogueTables.h"
 #include "catalogue/CategoryForest.h"
 
@@ -41,6 +42,7 @@ CatalogueInfo CatalogueInfo::of(dao::Database& database) {
     info.file = database.Name();
     info.fileBytes = QFileInfo(info.file).size();
     info.updatable = database.Updatable();
+    if (hasReplicaDigit(database)) info.replicaDigit = mkl::replicaDigit(database);
     for (const CatalogueTable& table : catalogueTables()) {
         const Variant rows = valueOf(database, u"SELECT Count(*) FROM ["_s + table.name + u']');
         info.rows.append({table.name, static_cast<qint64>(rows.toDouble())});

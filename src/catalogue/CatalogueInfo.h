@@ -14,6 +14,7 @@ struct CatalogueInfo {
     QString file;
     qint64 fileBytes = 0;
     bool updatable = false;
+    Variant replicaDigit; ///< Null where the file holds a number that is none
 
     QList<TableRows> rows;
     QList<Long> roots; ///< in the order of position

@@ -1,5 +1,6 @@
 #pragma once
 // What the data layer asks of an engine. One class derived per engine, in a folder of its own.
+#include "dao/Constants.h"
 #include "dao/RowStore.h"
 #include "dao/StoredValue.h"
 #include "dao/Transaction.h"
@@ -85,6 +86,10 @@ public:
     virtual bool inTransaction() const = 0;
 
     Transaction& transaction() { return transaction_; }
+
+    /// A number that belongs to this one database and is no row of a table: 0 in a new one.
+    virtual Long localNumber() = 0;
+    virtual void setLocalNumber(Long number) = 0;
 
     /// Differs after each change that went over this connection, and after each rollback.
     virtual quint64 changeStamp() const = 0;

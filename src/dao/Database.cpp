@@ -150,6 +150,16 @@ Long Database::RecordsAffected() const {
     return d_->recordsAffected;
 }
 
+Long Database::LocalNumber() const {
+    return d_->opened().localNumber();
+}
+
+void Database::setLocalNumber(Long number) {
+    Connection& connection = d_->opened();
+    connection.requireWritable();
+    connection.transaction().atomically([&] { connection.setLocalNumber(number); });
+}
+
 QStringList Database::tableNames() const {
     d_->opened();
     d_->refreshSchema();

@@ -16,8 +16,8 @@ public:
     }
 
     QString path() const { return folder_.filePath(QStringLiteral("test.sqlite")); }
-    dao::Database& database() { return *database_; }
-    dao::Workspace& workspace() { return *workspace_; }
+    dao::Database& database() const { return *database_; }
+    dao::Workspace& workspace() const { return *workspace_; }
 
     /// One category: key, parent ("NULL" for a root) and position.
     void addCategory(int key, const char* parent, int order) {

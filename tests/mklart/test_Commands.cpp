@@ -88,6 +88,7 @@ TEST_F(Commands, infoInFigures) {
     EXPECT_EQ(info[u"categoriesPerLevel"_s], (QJsonArray{3, 5, 4}));
     EXPECT_EQ(info[u"highestArticleKey"_s], 4711);
     EXPECT_EQ(info[u"activeArticles"_s], 34);
+    EXPECT_EQ(info[u"replicaDigit"_s], 0);
     EXPECT_TRUE(done({u"info"_s, u"klein.sqlite"_s}).contains(u"13, 83, 17"));
 }
 

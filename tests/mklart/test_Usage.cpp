@@ -9,7 +9,7 @@ TEST(Usage, helpOfTheToolAndOfEachCommand) {
     const ToolResult general = tool.run({u"--help"_s});
     EXPECT_EQ(general.status, 0);
     for (const QString& command :
-         {u"new"_s, u"demo"_s, u"import"_s, u"info"_s, u"tree"_s, u"check"_s, u"sql"_s, u"find"_s}) {
+         {u"new"_s, u"demo"_s, u"import"_s, u"info"_s, u"tree"_s, u"check"_s, u"sql"_s, u"find"_s, u"replica"_s}) {
         EXPECT_TRUE(general.output.contains(command));
         const ToolResult help = tool.run({command, u"--help"_s});
         EXPECT_EQ(help.status, 0);
@@ -35,6 +35,15 @@ TEST(Usage, wrongCallsHaveAStatusOfTheirOwnAndSayWhy) {
                  {{u"demo"_s, u"a"_s, u"--articles"_s, u"viele"_s}, u"--articles"_s},
                  {{u"demo"_s, u"a"_s, u"--articles"_s, u"-1"_s}, u"--articles"_s},
                  {{u"tree"_s, u"a"_s, u"--levels=x"_s}, u"--levels"_s},
+                 {{u"replica"_s}, u"ACTION"_s},
+                 {{u"replica"_s, u"status"_s}, u"FILE"_s},
+                 {{u"replica"_s, u"los"_s, u"a"_s}, u"'los'"_s},
+                 {{u"replica"_s, u"status"_s, u"a"_s, u"3"_s}, u"'3'"_s},
+                 {{u"replica"_s, u"digit"_s, u"a"_s}, u"DIGIT"_s},
+                 {{u"replica"_s, u"digit"_s, u"a"_s, u"10"_s}, u"10"_s},
+                 {{u"replica"_s, u"digit"_s, u"a"_s, u"-1"_s}, u"1"_s},
+                 {{u"replica"_s, u"digit"_s, u"a"_s, u"drei"_s}, u"drei"_s},
+                 {{u"replica"_s, u"digit"_s, u"a"_s, u""_s}, u"0 bis 9"_s},
                  {{u"new"_s, u"a"_s, u"--language=fr"_s}, u"'fr'"_s}};
     for (const auto& [arguments, word] : calls) {
         // The last --language counts for nothing: the first one is taken.
@@ -67,7 +76,9 @@ TEST(Usage, everyFailureIsOneLine) {
           QStringList{u"tree"_s, u"brief.txt"_s}, QStringList{u"check"_s, tool.path({})},
           QStringList{u"sql"_s, u"brief.txt"_s, u"SELECT 1"_s}, QStringList{u"import"_s, u"brief.txt"_s, u"neu"_s},
           QStringList{u"import"_s, u"fehlt.mdb"_s}, QStringList{u"new"_s, u"fehlt/neu"_s},
-          QStringList{u"new"_s, u"brief.txt"_s}, QStringList{u"demo"_s, u"brief.txt"_s}}) {
+          QStringList{u"replica"_s, u"status"_s, u"fehlt"_s},
+          QStringList{u"replica"_s, u"digit"_s, u"brief.txt"_s, u"3"_s}, QStringList{u"new"_s, u"brief.txt"_s},
+          QStringList{u"demo"_s, u"brief.txt"_s}}) {
         const ToolResult result = tool.run(arguments);
         EXPECT_EQ(result.status, 1) << arguments.join(u' ').toStdString();
         EXPECT_EQ(result.errors.count(u'\n'), 1) << result.errors.toStdString();

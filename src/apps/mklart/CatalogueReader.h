@@ -3,7 +3,7 @@
 
 namespace mkl {
 
-/// A catalogue opened for reading by one command.
+/// The catalogue of one command.
 class CatalogueReader {
 public:
     explicit CatalogueReader(const QString& file);

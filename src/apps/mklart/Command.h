@@ -53,10 +53,11 @@ public:
     QString value(const QString& option) const { return values_.value(option); }
     /// The option's value as a number; ends the program where it is none.
     Long number(const QString& option, Long fallback, Long lowest, Long highest) const;
+    /// Ends the program as a wrong call does, with the message and status 2.
+    [[noreturn]] void refuse(const QString& message) const;
 
 private:
     void checkArguments() const;
-    [[noreturn]] void refuse(const QString& message) const;
 
     const Command& command_;
     QStringList arguments_;

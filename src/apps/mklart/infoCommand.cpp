@@ -46,6 +46,7 @@ QString asJson(const CatalogueInfo& info) {
         {u"file"_s, info.file},
         {u"bytes"_s, info.fileBytes},
         {u"updatable"_s, info.updatable},
+        {u"replicaDigit"_s, jsonOf(info.replicaDigit)},
         {u"rows"_s, rows},
         {u"roots"_s, arrayOf(info.roots)},
         {u"categoriesPerLevel"_s, arrayOf(info.categoriesPerLevel)},
@@ -74,6 +75,7 @@ void printText(const CatalogueInfo& info) {
         text(TextId::ToolInfoActive, {QString::number(info.activeArticles), QString::number(info.activeCategories)}));
     printLine(text(TextId::ToolInfoHighest, {keyText(info.highestArticleKey), keyText(info.highestCategoryKey),
                                              keyText(info.highestAssignmentKey)}));
+    printLine(text(TextId::ToolInfoReplicaDigit, {keyText(info.replicaDigit)}));
 }
 
 } // namespace

@@ -114,6 +114,17 @@ bool SqliteConnection::inTransaction() const {
     return sqlite3_get_autocommit(session_->database()) == 0;
 }
 
+Long SqliteConnection::localNumber() {
+    RowStore row;
+    prepared("PRAGMA user_version", Access::Internal)->read({}, row);
+    return static_cast<Long>(row.value(0, 0).integer);
+}
+
+// A setting takes no parameter.
+void SqliteConnection::setLocalNumber(Long number) {
+    prepare("PRAGMA user_version = " + QByteArray::number(number), Access::Internal)->run({});
+}
+
 quint64 SqliteConnection::changeStamp() const {
     return static_cast<quint64>(sqlite3_total_changes64(session_->database())) + rollbacks_;
 }

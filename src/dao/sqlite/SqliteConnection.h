@@ -34,6 +34,8 @@ public:
     void release(const QByteArray& name) override;
     void rollbackTo(const QByteArray& name) override;
     bool inTransaction() const override;
+    Long localNumber() override;
+    void setLocalNumber(Long number) override;
     quint64 changeStamp() const override;
 
     const jet::Schema& schema() const override { return schema_; }
