@@ -1,10 +1,13 @@
 // The menus of the program's window.
+#include "apps/artikelkatalog/CatalogueOptions.h"
 #include "apps/artikelkatalog/EventPanel.h"
+#include "apps/artikelkatalog/Failure.h"
 #include "apps/artikelkatalog/FilterPanel.h"
 #include "apps/artikelkatalog/MainWindow.h"
 #include "base/Texts.h"
 #include "browser/ArtCatBrowser.h"
 #include "controls/Asker.h"
+#include "controls/FormRunner.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -111,7 +114,32 @@ void MainWindow::applyPanes() {
 }
 
 void MainWindow::applyFilters() {
-    whileReading([this] { filters_->apply(); });
+    if (whileReading([this] { filters_->apply(); })) applySender();
+}
+
+// A workgroup filter that names a sender decides; the browser finds it there where the host names none.
+void MainWindow::applySender() {
+    if (!browser_) return;
+    const bool isFiltered = browser_->WorkgroupFilter().compare(u"Like '*'"_s, Qt::CaseInsensitive) != 0;
+    Long sender = 0;
+    // Without a sender a new category is refused in words.
+    if (!isFiltered) ErrorFrame::quietly([&] { sender = senders_.senderOf(*session_.database()); });
+    browser_->setCurrentSenderID(sender);
+}
+
+void MainWindow::makeExtrasMenu() {
+    QMenu& menu = *menuBar()->addMenu(text(TextId::ProgramMenuExtras));
+    optionsEntry_ = addEntry(menu, u"CatalogueOptions"_s, text(TextId::ProgramMenuCatalogueOptions));
+    connect(optionsEntry_, &QAction::triggered, this, &MainWindow::editOptions);
+}
+
+void MainWindow::editOptions() {
+    std::unique_ptr<CatalogueOptions> dialog;
+    const auto read = [&] { dialog = std::make_unique<CatalogueOptions>(session_.database(), senders_, this); };
+    const auto tell = [] { asker().ask({.text = currentError().Description(), .flags = vbExclamation}); };
+    if (!succeeds(read, tell)) return;
+    formRunner().run(*dialog);
+    applySender();
 }
 
 void MainWindow::makeHelpMenu() {

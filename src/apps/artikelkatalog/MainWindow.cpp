@@ -12,6 +12,7 @@
 #include "controls/CatalogueImages.h"
 #include "controls/FormRunner.h"
 #include "controls/TreeView.h"
+#include "core/CatalogueHelper.h"
 
 #include <QAction>
 #include <QCloseEvent>
@@ -44,6 +45,7 @@ void expandLevels(const Ref<Node>& first, int levels) {
 MainWindow::MainWindow(QSettings& settings)
     : settings_(settings)
     , recentFiles_(settings)
+    , senders_(settings)
     , view_(settings)
     , pages_(new QStackedWidget(this)) {
     setObjectName(u"MainWindow"_s);
@@ -56,8 +58,9 @@ MainWindow::MainWindow(QSettings& settings)
     makeFileMenu();
     makeViewMenu();
     makePanels();
+    makeExtrasMenu();
     makeHelpMenu();
-    allowViewEntries();
+    allowEntries();
     showTitle();
     resize(1000, 700);
     restoreGeometry(settings_.value(geometryKey).toByteArray());
@@ -98,10 +101,12 @@ void MainWindow::makeBrowser() {
     browser_->setKeepsView(true);
     browser_->setBackend(session_.database());
     browser_->setWorkspace(session_.workspace());
+    browser_->setHelper(newSessionHelper(session_.database()));
+    applySender();
     applyView();
     browser_->setShowArticlePool(poolEntry_->isChecked());
     browser_->setShowArticleList(listEntry_->isChecked());
-    allowViewEntries();
+    allowEntries();
     events_->watch(*browser_);
     filters_->setBrowser(browser_.get());
     pages_->addWidget(browser_.get());
@@ -114,12 +119,13 @@ void MainWindow::closeBrowser() {
     keepView();
     filters_->setBrowser(nullptr);
     browser_.reset();
-    allowViewEntries();
+    allowEntries();
 }
 
-void MainWindow::allowViewEntries() const {
+void MainWindow::allowEntries() const {
     for (QAction* entry : viewMenu_->actions())
         entry->setEnabled(browser_ != nullptr);
+    optionsEntry_->setEnabled(browser_ != nullptr);
 }
 
 void MainWindow::keepView() {

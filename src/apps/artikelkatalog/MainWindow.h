@@ -2,6 +2,7 @@
 #include "apps/artikelkatalog/BrowserView.h"
 #include "apps/artikelkatalog/CatalogueSession.h"
 #include "apps/artikelkatalog/RecentFiles.h"
+#include "apps/artikelkatalog/SenderChoice.h"
 
 #include <QMainWindow>
 #include <functional>
@@ -45,6 +46,7 @@ protected:
 private:
     void makeFileMenu();
     void makeViewMenu();
+    void makeExtrasMenu();
     void makeHelpMenu();
     QAction* addSwitch(const QString& name, const QString& caption, bool otherwise, const std::function<void()>& apply);
     void makePanels();
@@ -53,7 +55,9 @@ private:
     void applyPanes();
     void applyImageset();
     void applyFilters();
-    void allowViewEntries() const;
+    void applySender();
+    void editOptions();
+    void allowEntries() const;
     void fillRecentFiles(QMenu& menu);
 
     void chooseFile();
@@ -71,12 +75,14 @@ private:
 
     QSettings& settings_;
     RecentFiles recentFiles_;
+    SenderChoice senders_;
     BrowserView view_;
     CatalogueSession session_;
     QStackedWidget* pages_;
     EventPanel* events_ = nullptr;
     FilterPanel* filters_ = nullptr;
     QMenu* viewMenu_ = nullptr;
+    QAction* optionsEntry_ = nullptr;
     QAction* statusBarEntry_ = nullptr;
     QAction* imageset2Entry_ = nullptr;
     QAction* poolEntry_ = nullptr;
