@@ -71,7 +71,7 @@ BrowserCommand adding(const char* name, int articles, Long position) {
                           .list = ListShows::RereadOrNothing,
                           .behindCommit = true,
                           .thenLost = u"(PopulateLV )?"_s}}};
-    command.parts = [position](const Assignments& before, const QString& procedure) {
+    command.parts = [position](const CatalogueRows& before, const QString& procedure) {
         const auto work = [&](Long gap) {
             PartsOfWork parts(before);
             const Long start = position == 0 ? parts.count(tools) + 1 : position;
@@ -105,7 +105,7 @@ BrowserCommand moving(const char* name, int articles, const QList<Long>& places)
                                          u"Article_IsInCat Cat_AddArticles "_s + end + u"|DragDrop_AddArticles "_s)},
         {u"Cat_AddArticles"_s, part(list, end, end)},
         {u"Cat_DeleteArticles"_s, part(list, u"DragDrop_AddArticles "_s, u"DragDrop_AddArticles "_s)}};
-    command.parts = [places](const Assignments& before, const QString& procedure) {
+    command.parts = [places](const CatalogueRows& before, const QString& procedure) {
         PartsOfWork parts(before);
         const QList<Long> moved = parts.articlesAt(screws, places);
         parts.openGap(tools, 1, moved.size());
@@ -133,7 +133,7 @@ BrowserCommand deleting(const char* name, int articles, const QList<Long>& place
                         {u"Cat_DeleteArticles"_s, part(list, u"DeletePosition "_s, u"DeletePosition "_s)},
                         {u"Cat_RenumberArticles"_s, part(list, u"DeletePosition "_s, u"DeletePosition "_s)},
                         {u"PopulateLV"_s, unread}};
-    command.parts = [places](const Assignments& before, const QString& procedure) {
+    command.parts = [places](const CatalogueRows& before, const QString& procedure) {
         PartsOfWork parts(before);
         parts.remove(screws, parts.articlesAt(screws, places));
         return parts.afterFailureOf(procedure);

@@ -13,12 +13,19 @@ QString shopPicture(int articles) {
         inOrder.append(article);
         if (i % 3 == 0) some.append(article);
     }
-    return u"41 Schrauben: %1\n    42 Holzschrauben\n43 Werkzeug: %2\n    44 Zangen: 901 Kneifzange, 902 Rohrzange\n"_s
-        .arg(inOrder.join(u", "_s), some.join(u", "_s));
+    return u"41 Schrauben: %1\n    42 Holzschrauben\n43 Werkzeug: %2\n    44 Zangen: 901 Kneifzange, 902 Rohrzange\n"
+           "45 Nägel\n46 Ahlen: 902 Rohrzange\n47 Dübel: 1 Artikel H\n    48 Holz\n    49 Stein: 901 Kneifzange\n"
+           "        51 Beton\n"_s.arg(inOrder.join(u", "_s), some.join(u", "_s));
 }
 
 QList<BrowserCommand> browserCommands(int articles) {
-    return assignmentCommands(articles) + orderCommands(articles) + activationCommands(articles);
+    return assignmentCommands(articles) + orderCommands(articles) + activationCommands(articles) +
+           categoryCommands(articles);
+}
+
+Outcome BrowserCommand::undone(bool lost) const {
+    if (!readsTreeAfterFailure) return {};
+    return lost ? Outcome{.list = ListShows::Anything, .treeIsTrue = false} : Outcome{.list = ListShows::Reread};
 }
 
 void PrintTo(const BrowserCommand& command, std::ostream* out) {

@@ -1,5 +1,6 @@
 #include "CommandHost.h"
 
+#include "browser/NodeText.h"
 #include "controls/ListView.h"
 #include "controls/TreeView.h"
 #include "support/Printing.h"
@@ -85,6 +86,31 @@ QStringList CommandHost::storedListRows(const QString& file) const {
         result.append(u"%1 %2 %3"_s.arg(rows->value(u"ArtKatID").toLong())
                           .arg(rows->value(u"Order").toLong())
                           .arg(rows->value(u"Artikel-Schlüssel").toLong()));
+    return result;
+}
+
+QStringList CommandHost::treeRows() const {
+    QStringList rows;
+    for (const Ref<Node>& node : tree().Nodes()) {
+        const Ref<Node> parent = node->Parent();
+        rows.append(u"%1 %2 %3"_s.arg(node->Key(), parent ? parent->Key() : QString(), node->Text()));
+    }
+    rows.sort();
+    return rows;
+}
+
+QStringList CommandHost::storedTreeRows(const QString& file) {
+    const auto workspace = dao::DBEngine::CreateWorkspace();
+    const auto database = workspace->OpenDatabase(file, {.readOnly = true, .busyTimeoutMilliseconds = 0});
+    QStringList result;
+    const auto rows = database->OpenRecordset(u"ARTIKEL/KATEGORIEN"_s, dao::dbOpenSnapshot);
+    for (; !rows->Eof(); rows->MoveNext()) {
+        const Variant parent = rows->value(u"Parent");
+        result.append(u"%1 %2 %3"_s.arg(nodeKey(rows->value(u"Kategorie-Schlüssel")),
+                                        parent.isNull() ? QString() : nodeKey(parent),
+                                        nodeText(rows->value(u"Order"), rows->value(u"Kategoriename"))));
+    }
+    result.sort();
     return result;
 }
 

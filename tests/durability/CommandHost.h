@@ -72,6 +72,10 @@ public:
     /// The same, as a read of the file by another program gives it now.
     QStringList storedListRows(const QString& file) const;
 
+    /// The texts of the nodes with their keys, sorted, and as they are stored.
+    QStringList treeRows() const;
+    static QStringList storedTreeRows(const QString& file);
+
 private:
     ScriptedWorld& world_;
     Ref<RecordingErrorHandler> errors_ = makeRef<RecordingErrorHandler>();

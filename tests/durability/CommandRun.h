@@ -32,13 +32,15 @@ private:
     Ended runOnce(FaultReport& report, Kind kind, FileFault fileFault, dao::StatementFault statementFault) const;
     void judge(FaultReport& report, const Ended& ended) const;
     bool isStored(Stored stored, const Ended& ended) const;
+    /// What the failed procedure may have left; of one whose rows are stored one by one, any.
+    bool isPart(const QByteArray& content, const QString& procedure) const;
     static bool isShown(ListShows list, const Ended& ended);
     void check(const FaultReport& report) const;
 
     const BrowserCommand& command_;
     FaultFile file_;
     QByteArray before_, after_; ///< all rows
-    Assignments assignmentsBefore_;
+    CatalogueRows rowsBefore_;
     QSet<QString> findings_; ///< before and after
     qint64 points_ = 0, statements_ = 0;
 };

@@ -6,16 +6,16 @@ namespace mkl {
 
 using namespace Qt::StringLiterals;
 
-PartsOfWork::PartsOfWork(const Assignments& before)
+PartsOfWork::PartsOfWork(const CatalogueRows& before)
     : before_(before)
     , now_(before)
-    , nextKey_(before.empty() ? 1 : before.rbegin()->first + 1) {}
+    , nextKey_(before.assignments.empty() ? 1 : before.assignments.rbegin()->first + 1) {}
 
 QList<Long> PartsOfWork::keysOf(Long category) const {
     QList<Long> keys;
-    for (const auto& [key, row] : now_)
+    for (const auto& [key, row] : now_.assignments)
         if (row.category == category) keys.append(key);
-    std::ranges::stable_sort(keys, {}, [this](Long key) { return now_.at(key).order; });
+    std::ranges::stable_sort(keys, {}, [this](Long key) { return now_.assignments.at(key).order; });
     return keys;
 }
 
@@ -27,7 +27,7 @@ QList<Long> PartsOfWork::articlesAt(Long category, const QList<Long>& places) co
     const QList<Long> keys = keysOf(category);
     QList<Long> articles;
     for (const Long place : places)
-        articles.append(now_.at(keys.at(place - 1)).article);
+        articles.append(now_.assignments.at(keys.at(place - 1)).article);
     return articles;
 }
 
@@ -45,10 +45,10 @@ void PartsOfWork::number(Long category, Long start, Long first, bool isPartOfFor
     Procedure procedure{u"Cat_RenumberArticles"_s, {}, isPartOfFormer};
     Long order = first;
     for (const Long key : keysOf(category)) {
-        if (now_.at(key).order < start) continue;
-        procedure.writes.push_back([key, order](Assignments& rows) {
-            rows.at(key).order = order;
-            rows.at(key).changed = true;
+        if (now_.assignments.at(key).order < start) continue;
+        procedure.writes.push_back([key, order](CatalogueRows& rows) {
+            rows.assignments.at(key).order = order;
+            rows.assignments.at(key).changed = true;
         });
         ++order;
     }
@@ -60,7 +60,7 @@ void PartsOfWork::add(Long category, Long start, const QList<Long>& articles) {
     Long order = start;
     for (const Long article : articles) {
         procedure.writes.push_back([key = nextKey_++, row = Assignment{article, category, order++, true}](
-                                       Assignments& rows) { rows[key] = row; });
+                                       CatalogueRows& rows) { rows.assignments[key] = row; });
     }
     run(std::move(procedure));
 }
@@ -68,18 +68,50 @@ void PartsOfWork::add(Long category, Long start, const QList<Long>& articles) {
 void PartsOfWork::remove(Long category, const QList<Long>& articles) {
     Procedure procedure{u"Cat_DeleteArticles"_s, {}};
     for (const Long key : keysOf(category))
-        if (articles.contains(now_.at(key).article))
-            procedure.writes.push_back([key](Assignments& rows) { rows.erase(key); });
+        if (articles.contains(now_.assignments.at(key).article))
+            procedure.writes.push_back([key](CatalogueRows& rows) { rows.assignments.erase(key); });
     run(std::move(procedure));
     number(category, 0, 1, true);
 }
 
-QList<Assignments> PartsOfWork::afterFailureOf(const QString& name) const {
-    QList<Assignments> states = {now_};
+void PartsOfWork::make(Long key, const CategoryState& category) {
+    run({u"NewCategory"_s, {[=](CatalogueRows& rows) { rows.categories[key] = category; }}});
+}
+
+void PartsOfWork::drop(const QList<Long>& categories) {
+    Procedure procedure{u"DeleteCategory"_s, {}};
+    for (const Long key : categories)
+        procedure.writes.push_back([key](CatalogueRows& rows) {
+            rows.categories.erase(key);
+            std::erase_if(rows.assignments, [key](const auto& row) { return row.second.category == key; });
+        });
+    run(std::move(procedure));
+}
+
+void PartsOfWork::orderLevel(const QList<Long>& categories) {
+    Procedure procedure{u"OrderCategory"_s, {}};
+    Long order = 1;
+    for (const Long key : categories)
+        procedure.writes.push_back([key, position = order++](CatalogueRows& rows) {
+            rows.categories.at(key).order = position;
+            rows.categories.at(key).changed = true;
+        });
+    run(std::move(procedure));
+}
+
+void PartsOfWork::activate(const QList<Long>& categories, bool active) {
+    Procedure procedure{u"TVActivate"_s, {}};
+    for (const Long key : categories)
+        procedure.writes.push_back([=](CatalogueRows& rows) { rows.categories.at(key).active = active; });
+    run(std::move(procedure));
+}
+
+QList<CatalogueRows> PartsOfWork::afterFailureOf(const QString& name) const {
+    QList<CatalogueRows> states = {now_};
     for (const Procedure& failing : procedures_) {
         if (failing.name != name) continue;
         for (size_t written = 0; written < failing.writes.size(); ++written) {
-            Assignments rows = before_;
+            CatalogueRows rows = before_;
             bool formerFailed = false;
             for (const Procedure& procedure : procedures_) {
                 const bool isFailing = &procedure == &failing;

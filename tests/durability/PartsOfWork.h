@@ -8,7 +8,7 @@ namespace mkl {
 
 class PartsOfWork {
 public:
-    explicit PartsOfWork(const Assignments& before);
+    explicit PartsOfWork(const CatalogueRows& before);
 
     Long count(Long category) const;
     /// The articles at these places from 1, in the order of the positions.
@@ -19,11 +19,16 @@ public:
     void add(Long category, Long start, const QList<Long>& articles); ///< Cat_AddArticles
     void remove(Long category, const QList<Long>& articles);          ///< Cat_DeleteArticles, which numbers anew
 
+    void make(Long key, const CategoryState& category);        ///< NewCategory
+    void drop(const QList<Long>& categories);                  ///< DeleteCategory; their assignments go with them
+    void orderLevel(const QList<Long>& categories);            ///< OrderCategory
+    void activate(const QList<Long>& categories, bool active); ///< TVActivate
+
     /// All states that are left if a run of the procedure of that name fails somewhere, or at its end.
-    QList<Assignments> afterFailureOf(const QString& procedure) const;
+    QList<CatalogueRows> afterFailureOf(const QString& procedure) const;
 
 private:
-    using Write = std::function<void(Assignments&)>;
+    using Write = std::function<void(CatalogueRows&)>;
     struct Procedure {
         QString name;
         std::vector<Write> writes;
@@ -34,7 +39,7 @@ private:
     void run(Procedure procedure);
     void number(Long category, Long start, Long first, bool isPartOfFormer);
 
-    Assignments before_, now_;
+    CatalogueRows before_, now_;
     Long nextKey_ = 0;
     std::vector<Procedure> procedures_;
 };

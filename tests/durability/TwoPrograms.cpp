@@ -2,6 +2,7 @@
 
 #include "support/CatalogueFixture.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <limits>
 #include <stdexcept>
@@ -146,6 +147,12 @@ qint64 TwoPrograms::eachOrder(int switches, bool patient, PointRange range, Chec
 qint64 TwoPrograms::waiting(int switches, PointRange range) {
     return eachOrder(switches, true, range, [this](const Left& left) {
         ASSERT_GE(left.firstToLock, 0);
+        if (!commands_[0]->oneTransaction || !commands_[1]->oneTransaction) {
+            const auto isSilent = [](const QByteArray& result) { return result.startsWith(';'); };
+            const bool isSerial = left.content == serial_[0].content || left.content == serial_[1].content;
+            EXPECT_TRUE(isSerial || !std::ranges::all_of(left.results, isSilent)) << left.content.toStdString();
+            return;
+        }
         const Left& serial = serial_[static_cast<size_t>(left.firstToLock)];
         EXPECT_EQ(left.content.toStdString(), serial.content.toStdString());
         EXPECT_EQ(left.results, serial.results);
@@ -153,6 +160,7 @@ qint64 TwoPrograms::waiting(int switches, PointRange range) {
 }
 
 qint64 TwoPrograms::givingUp(PointRange range) {
+    if (!commands_[0]->oneTransaction || !commands_[1]->oneTransaction) return 0; // some rows are stored, some not
     const std::array alone{contentAfter(0), contentAfter(1)};
     return eachOrder(1, false, range, [&](const Left& left) {
         ASSERT_GE(left.firstToLock, 0);
