@@ -69,3 +69,17 @@ TEST(FaultPoints, ALostConnectionStaysLost) {
     FaultPoints::disarm();
     EXPECT_EQ(o.errorOfQuery(u"SELECT * FROM T"_s), 0);
 }
+
+TEST(FaultPoints, ADefaultThatCannotBeReadIsAFailure) {
+    for (qint64 nth = 1, fired = 1; fired; ++nth) {
+        const OpenedDatabase o("CREATE TABLE T (Nr INTEGER PRIMARY KEY, Aktiv INTEGER DEFAULT 7)");
+        const auto rows = o.database->OpenRecordset(u"T"_s, dbOpenTable);
+        FaultPoints::arm(StatementFault::Busy, nth);
+        const Long error = errorOf([&] { rows->AddNew(); });
+        fired = FaultPoints::hasFired();
+        FaultPoints::disarm();
+        EXPECT_EQ(error, fired ? 3260 : 0) << nth;
+        if (error != 0) continue;
+        EXPECT_EQ(rows->value(u"Aktiv").toLong(), 7);
+    }
+}

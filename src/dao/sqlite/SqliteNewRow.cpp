@@ -27,14 +27,17 @@ ColumnValues SqliteNewRow::values() {
     return result;
 }
 
-// The file may come from anywhere: the text gets no more rights than a query.
+// The file may come from anywhere: the text gets no more rights than a query, and one that cannot be understood gives
+// nothing. A failure of the engine is one here too.
 void SqliteNewRow::addDefault(ColumnValues& values, int column, const QByteArray& native) {
-    RowStore row;
+    std::shared_ptr<Statement> statement;
     try {
-        connection_.prepared("SELECT " + native)->read({}, row);
+        statement = connection_.prepared("SELECT " + native);
     } catch (const mkl::RunTimeError&) {
         return;
     }
+    RowStore row;
+    statement->read({}, row);
     const StoredValue plain = owned(row.value(0, 0));
     const jet::Column& target = table_.columns[column];
     try {
