@@ -24,8 +24,11 @@ void runBoth(const BrowserCommand& first, const BrowserCommand& second, Sum& sum
     constexpr qint64 few = 20;
     const PointRange range{.step = isFullRun() ? 1 : few};
     TwoPrograms programs(first, second, journalModes[sum.pairs++ % std::ssize(journalModes)]);
-    sum.waiting += programs.waiting(switches, range);
-    sum.givingUp += programs.givingUp(range);
+    const qint64 waiting = programs.waiting(switches, range);
+    const qint64 givingUp = programs.givingUp(range);
+    if (isFullRun()) std::cout << first.name << " and " << second.name << ": " << waiting << ", " << givingUp << '\n';
+    sum.waiting += waiting;
+    sum.givingUp += givingUp;
 }
 
 } // namespace
