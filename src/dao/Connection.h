@@ -93,6 +93,11 @@ public:
 
     /// Differs after each change that went over this connection, and after each rollback.
     virtual quint64 changeStamp() const = 0;
+    /// Numbers the periods in which no other program can change anything, such as a transaction that holds the only
+    /// lock for writing; 0 outside of them.
+    virtual quint64 exclusivePeriod() const = 0;
+    /// Whether a statement that changes a single row of the table leaves nothing behind where it fails.
+    virtual bool failsAsAWhole(const QString& table) = 0;
 
     virtual const jet::Schema& schema() const = 0;
     /// Reads the tables again if they changed since; true if they did.

@@ -80,14 +80,22 @@ void DynasetCursor::requery() {
 void DynasetCursor::edit() {
     if (!connection().isUpdatable()) mkl::throwError(err::ReadOnly);
     buffer_.clear();
-    isLoaded_ = false; // as it is now
+    const quint64 period = connection().exclusivePeriod();
+    if (period == 0 || loadedIn_ != period) isLoaded_ = false; // as it is now
     buffer_.beginEdit(loadedRow());
+    editedIn_ = period;
+    editStamp_ = connection().changeStamp();
+}
+
+// Then the row is still as Edit has found it.
+bool DynasetCursor::nobodyElseWroteSinceEdit() const {
+    return editedIn_ != 0 && editedIn_ == connection().exclusivePeriod() && editStamp_ == connection().changeStamp();
 }
 
 void DynasetCursor::addNew() {
     buffer_.clear();
     const int source = rows_->plan().deleteSource;
-    const RowEditor editor = editorOf(source);
+    const RowEditor& editor = sourceAt(source).editor;
     ColumnValues initial;
     unseen_.clear();
     for (const ColumnValue& value : editor.initialValues()) {
@@ -132,7 +140,7 @@ void DynasetCursor::remove() {
     const qsizetype row = currentRow();
     if (rows_->isDeleted(row)) mkl::throwError(err::RecordDeleted);
     const int source = rows_->plan().deleteSource;
-    editorOf(source).remove(rows_->key(row, source));
+    sourceAt(source).editor.remove(rows_->key(row, source));
     rows_->markDeleted(row);
     isLoaded_ = false;
 }
@@ -155,14 +163,23 @@ const RowStore& DynasetCursor::loadedRow() const {
     isLoaded_ = true;
     loadedAfter_ = moves();
     changeStamp_ = stamp;
+    loadedIn_ = connection().exclusivePeriod();
     return row_;
 }
 
-RowEditor DynasetCursor::editorOf(int source) const {
-    const QString& name = rows_->plan().sources[source].table;
-    const jet::Table* table = connection().schema().findTable(name);
-    if (!table) mkl::throwError(err::TableNotFound, {name});
-    return {sharedConnection(), *table};
+const DynasetCursor::Source& DynasetCursor::sourceAt(int source) const {
+    const auto at = static_cast<size_t>(source);
+    if (sources_.size() <= at) sources_.resize(at + 1);
+    if (std::optional<Source>& known = sources_[at]; !known) {
+        const QString& name = rows_->plan().sources[source].table;
+        const jet::Table* table = connection().schema().findTable(name);
+        if (!table) mkl::throwError(err::TableNotFound, {name});
+        QList<int> ordinals;
+        for (const jet::OutputColumn& column : columns().list())
+            ordinals.append(column.source == source ? table->columnIndex(column.sourceColumn) : -1);
+        known.emplace(Source{{sharedConnection(), *table}, ordinals});
+    }
+    return *sources_[at];
 }
 
 // The outer join found no row there.
@@ -170,39 +187,46 @@ bool DynasetCursor::isAbsent(int source) const {
     return rows_->key(currentRow(), source).first().kind == StoredValue::Kind::Null;
 }
 
-ColumnValues DynasetCursor::ofSource(int source, const ColumnValues& values) const {
-    const jet::Table* table = connection().schema().findTable(rows_->plan().sources[source].table);
+ColumnValues DynasetCursor::ofSource(const Source& source, const ColumnValues& values) {
     ColumnValues result;
-    for (const ColumnValue& value : values) {
-        const jet::OutputColumn& column = columns().at(value.column);
-        if (column.source == source && table) result.append({table->columnIndex(column.sourceColumn), value.value});
-    }
+    for (const ColumnValue& value : values)
+        if (const int column = source.columns[value.column]; column >= 0) result.append({column, value.value});
     return result;
 }
 
 // Only the tables of columns that were set are touched, all of them or none.
 void DynasetCursor::storeEdit() {
     const qsizetype row = currentRow();
-    std::vector<std::pair<int, RowKey>> newKeys;
+    const ColumnValues changes = buffer_.changes();
+    std::vector<std::pair<int, ColumnValues>> changesBySource;
+    for (int source = 0; source < rows_->plan().sources.size(); ++source)
+        if (ColumnValues own = ofSource(sourceAt(source), changes); !own.isEmpty())
+            changesBySource.emplace_back(source, std::move(own));
     connection().requireWritable();
-    connection().transaction().atomically([&] {
-        for (int source = 0; source < rows_->plan().sources.size(); ++source) {
-            const ColumnValues changes = ofSource(source, buffer_.changes());
-            if (changes.isEmpty()) continue;
-            const ColumnValues before = ofSource(source, buffer_.before());
-            newKeys.emplace_back(source, editorOf(source).update(rows_->key(row, source), changes, before));
+    std::vector<RowKey> newKeys;
+    const auto store = [&] {
+        const bool isUnchanged = nobodyElseWroteSinceEdit();
+        const ColumnValues before = isUnchanged ? ColumnValues() : buffer_.before();
+        for (const auto& [source, own] : changesBySource) {
+            const Source& target = sourceAt(source);
+            newKeys.push_back(target.editor.update(
+                rows_->key(row, source), own, isUnchanged ? std::nullopt : std::optional(ofSource(target, before))));
         }
-    });
-    for (const auto& [source, key] : newKeys)
-        rows_->setKey(row, source, key);
+    };
+    if (changesBySource.size() == 1)
+        store(); // is done as a whole by itself
+    else
+        connection().transaction().atomically(store);
+    for (size_t at = 0; at < newKeys.size(); ++at)
+        rows_->setKey(row, changesBySource[at].first, newKeys[at]);
     isLoaded_ = false;
     lastModified_ = row;
 }
 
 void DynasetCursor::storeAdd() {
     const int source = rows_->plan().deleteSource;
-    const ColumnValues values = unseen_ + ofSource(source, buffer_.changes());
-    lastModified_ = rows_->append(editorOf(source).insert(values));
+    const ColumnValues values = unseen_ + ofSource(sourceAt(source), buffer_.changes());
+    lastModified_ = rows_->append(sourceAt(source).editor.insert(values));
 }
 
 } // namespace dao

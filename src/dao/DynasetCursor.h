@@ -3,6 +3,9 @@
 #include "dao/EditBuffer.h"
 #include "dao/ScrollCursor.h"
 
+#include <optional>
+#include <vector>
+
 namespace dao {
 
 /// Type 2 over rows that can be edited.
@@ -43,10 +46,17 @@ private:
     struct Clone {};
     DynasetCursor(const DynasetCursor& original, Clone);
 
+    /// How a source of the join is written.
+    struct Source {
+        RowEditor editor;
+        QList<int> columns; ///< of its table, by ours; -1 for those of other sources
+    };
+
     const RowStore& loadedRow() const;
-    RowEditor editorOf(int source) const;
+    const Source& sourceAt(int source) const;
     bool isAbsent(int source) const;
-    ColumnValues ofSource(int source, const ColumnValues& values) const;
+    static ColumnValues ofSource(const Source& source, const ColumnValues& values);
+    bool nobodyElseWroteSinceEdit() const;
     void storeEdit();
     void storeAdd();
 
@@ -59,6 +69,10 @@ private:
     mutable bool isLoaded_ = false;
     mutable quint64 loadedAfter_ = 0; ///< moves
     mutable quint64 changeStamp_ = 0;
+    mutable quint64 loadedIn_ = 0; ///< exclusive period
+    quint64 editedIn_ = 0;         ///< likewise, of Edit
+    quint64 editStamp_ = 0;
+    mutable std::vector<std::optional<Source>> sources_; ///< as they are needed
     qsizetype lastModified_ = -1;
 };
 

@@ -39,16 +39,13 @@ bool DynasetRows::read(qsizetype row, RowStore& into) const {
     Parameters parameters = rowLiterals_;
     for (const StoredValue& key : keysOf(row))
         parameters.append(key);
-    RowStore found;
-    translation_->row->read(parameters, found);
-    if (found.isEmpty()) return false;
+    into.clear();
+    translation_->row->read(parameters, into);
+    if (into.isEmpty()) return false;
     const int firstKey = columns()->count();
-    for (const jet::DynasetSource& source : plan().sources) {
-        if (source.optional) continue;
-        if (found.value(0, firstKey + source.keyOrdinals.first()).kind == StoredValue::Kind::Null) return false;
-    }
-    into = std::move(found);
-    return true;
+    return std::ranges::all_of(plan().sources, [&](const jet::DynasetSource& source) {
+        return source.optional || into.value(0, firstKey + source.keyOrdinals.first()).kind != StoredValue::Kind::Null;
+    });
 }
 
 RowKey DynasetRows::key(qsizetype row, int source) const {

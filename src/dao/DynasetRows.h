@@ -29,7 +29,8 @@ public:
     bool isDeleted(qsizetype row) const;
     qsizetype deletedBefore(qsizetype row) const;
 
-    /// Puts the row into the store in place of what it held: its columns, then its keys. False if it is gone.
+    /// Puts the row into the store in place of what it held: its columns, then its keys. False if it is gone; what the
+    /// store holds is of no use then.
     bool read(qsizetype row, RowStore& into) const;
     /// The key of the row in one source; all Null where an outer join found none.
     RowKey key(qsizetype row, int source) const;

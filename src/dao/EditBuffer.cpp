@@ -35,7 +35,8 @@ EditBuffer::EditBuffer(QList<EditColumn> columns)
 void EditBuffer::beginEdit(const RowStore& row, qsizetype index) {
     reset(EditMode::InProgress);
     for (int column = 0; column < columns_.size(); ++column)
-        before_.append({column, owned(row.value(index, column))});
+        before_.append(row.value(index, column));
+    before_.endRow();
 }
 
 void EditBuffer::beginAdd(const ColumnValues& initial) {
@@ -65,7 +66,15 @@ mkl::Variant EditBuffer::value(int column) const {
     if (!isActive()) mkl::throwError(err::NoCurrentRecord);
     const auto type = columns_.at(column).column.type;
     if (const auto& changed = changed_[static_cast<size_t>(column)]) return decode(*changed, type);
-    return mode_ == EditMode::InProgress ? decode(before_[column].value, type) : mkl::Variant();
+    return mode_ == EditMode::InProgress ? before_.decoded(0, column, type) : mkl::Variant();
+}
+
+ColumnValues EditBuffer::before() const {
+    ColumnValues result;
+    if (before_.isEmpty()) return result;
+    for (int column = 0; column < columns_.size(); ++column)
+        result.append({column, owned(before_.value(0, column))});
+    return result;
 }
 
 ColumnValues EditBuffer::changes() const {

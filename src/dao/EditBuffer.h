@@ -2,6 +2,7 @@
 #include "base/Variant.h"
 #include "dao/Constants.h"
 #include "dao/RowEditor.h"
+#include "dao/RowStore.h"
 #include "jet/model/Plan.h"
 
 #include <optional>
@@ -47,14 +48,14 @@ public:
     /// What was set, in the order of the columns.
     ColumnValues changes() const;
     /// What Edit found in the row.
-    const ColumnValues& before() const { return before_; }
+    ColumnValues before() const;
 
 private:
     void reset(EditMode mode);
 
     QList<EditColumn> columns_;
     EditMode mode_ = EditMode::None;
-    ColumnValues before_;
+    RowStore before_;
     std::vector<std::optional<StoredValue>> changed_;
 };
 

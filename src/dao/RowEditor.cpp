@@ -22,12 +22,13 @@ RowEditor::RowEditor(std::shared_ptr<Connection> connection, const jet::Table& t
 }
 
 bool RowEditor::read(const RowKey& key, RowStore& row) const {
-    QByteArrayList columns = columnNames_;
-    if (table_.primaryKey.isEmpty()) columns += keyNames_;
-    QList<StoredValue> values;
-    const QByteArray condition = keyCondition(values, key);
+    if (!reader_) {
+        QByteArrayList columns = columnNames_;
+        if (table_.primaryKey.isEmpty()) columns += keyNames_;
+        reader_ = connection_->prepared("SELECT " + columns.join(", ") + " FROM " + nativeTable_ + keyCondition(0));
+    }
     RowStore found;
-    connection_->prepared("SELECT " + columns.join(", ") + " FROM " + nativeTable_ + condition)->read(values, found);
+    reader_->read(key, found);
     if (found.isEmpty()) return false;
     row = std::move(found);
     return true;
@@ -49,65 +50,92 @@ ColumnValues RowEditor::initialValues() const {
 RowKey RowEditor::insert(const ColumnValues& values) const {
     connection_->requireWritable();
     requireKeyValues(values, true);
-    QByteArrayList names;
-    QByteArrayList parameters;
     QList<StoredValue> stored;
-    for (const ColumnValue& value : values) {
+    for (const ColumnValue& value : values)
         stored.append(value.value);
-        names.append(columnNames_[value.column]);
-        parameters.append(
-            connection_->target().parameter(static_cast<int>(stored.size()), table_.columns[value.column].type));
-    }
-    QByteArray native = "INSERT INTO " + nativeTable_;
-    native += names.isEmpty() ? QByteArray(" DEFAULT VALUES")
-                              : " (" + names.join(", ") + ") VALUES (" + parameters.join(", ") + ')';
     RowKey key;
-    connection_->transaction().atomically([&] { key = runForKey(native, stored); });
+    connection_->transaction().atomically([&] {
+        Statement& statement =
+            latest(insert_, values, [this](const QList<int>& columns) { return insertText(columns); });
+        key = keyFrom(statement, stored, keyNames_.size());
+    });
     return key;
 }
 
-RowKey RowEditor::update(const RowKey& key, const ColumnValues& changes, const ColumnValues& before,
+QByteArray RowEditor::insertText(const QList<int>& columns) const {
+    if (columns.isEmpty()) return "INSERT INTO " + nativeTable_ + " DEFAULT VALUES" + returningKey();
+    QByteArrayList names;
+    QByteArrayList parameters;
+    for (const int column : columns) {
+        names.append(columnNames_[column]);
+        parameters.append(connection_->target().parameter(static_cast<int>(names.size()), table_.columns[column].type));
+    }
+    return "INSERT INTO " + nativeTable_ + " (" + names.join(", ") + ") VALUES (" + parameters.join(", ") + ')' +
+           returningKey();
+}
+
+RowKey RowEditor::update(const RowKey& key, const ColumnValues& changes, const std::optional<ColumnValues>& before,
                          RowStore* stored) const {
     connection_->requireWritable();
     requireKeyValues(changes, false);
-    QByteArrayList assignments;
-    QList<StoredValue> values;
-    for (const ColumnValue& change : changes) {
-        values.append(change.value);
-        assignments.append(
-            columnNames_[change.column] + " = " +
-            connection_->target().parameter(static_cast<int>(values.size()), table_.columns[change.column].type));
-    }
     RowKey newKey = key;
-    connection_->transaction().atomically([&] {
-        requireUnchanged(key, before);
-        if (!changes.isEmpty()) {
-            const QByteArray condition = keyCondition(values, key);
-            newKey = runForKey("UPDATE " + nativeTable_ + " SET " + assignments.join(", ") + condition, values);
-        }
+    const auto store = [&] {
+        if (before) requireUnchanged(key, *before);
+        if (!changes.isEmpty()) newKey = change(key, changes);
         if (stored) read(newKey, *stored);
-    });
+    };
+    const bool isOneStatement = !before && !stored;
+    if (isOneStatement && connection_->failsAsAWhole(table_.name))
+        store();
+    else
+        connection_->transaction().atomically(store);
     return newKey;
+}
+
+RowKey RowEditor::change(const RowKey& key, const ColumnValues& changes) const {
+    const bool rekeys = changesKey(changes);
+    Statement& statement =
+        latest(update_, changes, [&](const QList<int>& columns) { return updateText(columns, rekeys); });
+    QList<StoredValue> values;
+    values.reserve(changes.size() + key.size());
+    for (const ColumnValue& change : changes)
+        values.append(change.value);
+    values += key;
+    if (rekeys) return keyFrom(statement, values, keyNames_.size());
+    if (statement.run(values) == 0) mkl::throwError(err::RecordDeleted);
+    return key;
+}
+
+QByteArray RowEditor::updateText(const QList<int>& columns, bool changesKey) const {
+    QByteArrayList assignments;
+    for (const int column : columns)
+        assignments.append(
+            columnNames_[column] + " = " +
+            connection_->target().parameter(static_cast<int>(assignments.size()) + 1, table_.columns[column].type));
+    return "UPDATE " + nativeTable_ + " SET " + assignments.join(", ") + keyCondition(columns.size()) +
+           (changesKey ? returningKey() : QByteArray());
+}
+
+bool RowEditor::changesKey(const ColumnValues& changes) const {
+    return std::ranges::any_of(changes,
+                               [this](const ColumnValue& change) { return table_.primaryKey.contains(change.column); });
 }
 
 void RowEditor::remove(const RowKey& key) const {
     connection_->requireWritable();
-    QList<StoredValue> values;
-    const QByteArray native = "DELETE FROM " + nativeTable_ + keyCondition(values, key);
+    if (!remover_) remover_ = connection_->prepared("DELETE FROM " + nativeTable_ + keyCondition(0), Access::Write);
     connection_->transaction().atomically([&] {
-        if (connection_->prepared(native, Access::Write)->run(values) == 0) mkl::throwError(err::RecordDeleted);
+        if (remover_->run(key) == 0) mkl::throwError(err::RecordDeleted);
     });
 }
 
-QByteArray RowEditor::keyCondition(QList<StoredValue>& values, const RowKey& key) const {
-    Q_ASSERT(key.size() == keyNames_.size());
+QByteArray RowEditor::keyCondition(qsizetype parametersBefore) const {
     QByteArrayList conditions;
-    for (qsizetype part = 0; part < key.size(); ++part) {
-        values.append(key[part]);
+    for (qsizetype part = 0; part < keyNames_.size(); ++part) {
         const jet::ColumnType type =
             table_.primaryKey.isEmpty() ? jet::ColumnType::Int : table_.columns[table_.primaryKey[part]].type;
-        conditions.append(keyNames_[part] + " = " +
-                          connection_->target().parameter(static_cast<int>(values.size()), type));
+        const auto number = static_cast<int>(parametersBefore + part + 1);
+        conditions.append(keyNames_[part] + " = " + connection_->target().parameter(number, type));
     }
     return " WHERE " + conditions.join(" AND ");
 }
@@ -129,12 +157,28 @@ void RowEditor::requireUnchanged(const RowKey& key, const ColumnValues& before) 
         if (row.value(0, seen.column) != seen.value) mkl::throwError(err::ChangedByAnother);
 }
 
-RowKey RowEditor::runForKey(const QByteArray& native, const QList<StoredValue>& values) const {
+template<class Text>
+Statement& RowEditor::latest(Latest& latest, const ColumnValues& values, Text&& text) const {
+    const bool isTheSame = latest.statement && std::ranges::equal(latest.columns, values, {}, {}, &ColumnValue::column);
+    if (!isTheSame) {
+        QList<int> columns;
+        for (const ColumnValue& value : values)
+            columns.append(value.column);
+        latest = {columns, connection_->prepared(text(columns), Access::Write)};
+    }
+    return *latest.statement;
+}
+
+QByteArray RowEditor::returningKey() const {
+    return " RETURNING " + keyNames_.join(", ");
+}
+
+RowKey RowEditor::keyFrom(Statement& statement, const QList<StoredValue>& values, qsizetype parts) {
     RowStore rows;
-    connection_->prepared(native + " RETURNING " + keyNames_.join(", "), Access::Write)->read(values, rows);
+    statement.read(values, rows);
     if (rows.isEmpty()) mkl::throwError(err::RecordDeleted);
     RowKey key;
-    for (int part = 0; part < keyNames_.size(); ++part)
+    for (int part = 0; part < parts; ++part)
         key.append(owned(rows.value(0, part)));
     return key;
 }

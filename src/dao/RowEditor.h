@@ -4,6 +4,7 @@
 #include <QByteArrayList>
 #include <QList>
 #include <memory>
+#include <optional>
 
 namespace dao {
 
@@ -35,17 +36,31 @@ public:
     RowKey insert(const ColumnValues& values) const;
     /// Changes a row and gives its key, which may have been among the changes. before holds what the program saw of
     /// the row: 3197 if one of these columns has another value by now, 3167 if the row is gone; the rest as insert().
-    /// stored, if given, becomes the row as it stands now: it is read before the change is final.
-    RowKey update(const RowKey& key, const ColumnValues& changes, const ColumnValues& before,
+    /// Without it nothing is compared: nobody can have changed the row since. stored, if given, becomes the row as it
+    /// stands now: it is read before the change is final.
+    RowKey update(const RowKey& key, const ColumnValues& changes, const std::optional<ColumnValues>& before,
                   RowStore* stored = nullptr) const;
     /// 3167 if the row is gone, 3200 if rows of other tables refer to it.
     void remove(const RowKey& key) const;
 
 private:
-    QByteArray keyCondition(QList<StoredValue>& values, const RowKey& key) const;
+    /// The statement used last that stores these columns: many rows in a row are stored alike.
+    struct Latest {
+        QList<int> columns;
+        std::shared_ptr<Statement> statement;
+    };
+
+    RowKey change(const RowKey& key, const ColumnValues& changes) const;
+    QByteArray updateText(const QList<int>& columns, bool changesKey) const;
+    QByteArray insertText(const QList<int>& columns) const;
+    template<class Text>
+    Statement& latest(Latest& latest, const ColumnValues& values, Text&& text) const;
+    QByteArray returningKey() const;
+    bool changesKey(const ColumnValues& changes) const;
+    static RowKey keyFrom(Statement& statement, const QList<StoredValue>& values, qsizetype parts);
+    QByteArray keyCondition(qsizetype parametersBefore) const;
     void requireKeyValues(const ColumnValues& values, bool isNew) const;
     void requireUnchanged(const RowKey& key, const ColumnValues& before) const;
-    RowKey runForKey(const QByteArray& native, const QList<StoredValue>& values) const;
 
     std::shared_ptr<Connection> connection_;
     jet::Table table_;
@@ -53,6 +68,10 @@ private:
     QByteArrayList columnNames_; ///< native
     QByteArrayList keyNames_;    ///< native
     QList<int> declaredKey_;     ///< columns of the primary key, also where they tell no rows apart
+    mutable std::shared_ptr<Statement> reader_;
+    mutable std::shared_ptr<Statement> remover_;
+    mutable Latest update_;
+    mutable Latest insert_;
 };
 
 } // namespace dao

@@ -128,8 +128,13 @@ void RowStore::endRow() {
     rowStart_ = next_;
 }
 
+// The newest block, which is the largest, serves the next rows.
 void RowStore::clear() {
-    *this = RowStore();
+    rows_.clear();
+    if (blocks_.empty()) return;
+    blocks_.erase(blocks_.begin(), blocks_.end() - 1);
+    rowStart_ = next_ = blocks_.back().get();
+    blockBytes_ = end_ - next_;
 }
 
 const char* RowStore::find(qsizetype row, int column) const {

@@ -61,6 +61,7 @@ std::shared_ptr<Statement> SqliteConnection::prepared(const QByteArray& native, 
 
 void SqliteConnection::executeScript(const QByteArray& native) {
     const SqliteSession::AccessScope scope(*session_, Access::Internal);
+    triggersKnownIn_ = 0;
     session_->check(sqlite3_exec(session_->database(), native.constData(), nullptr, nullptr, nullptr));
 }
 
@@ -76,13 +77,17 @@ void SqliteConnection::command(const QByteArray& native) {
 
 // The lock for writing is taken at once: a conflict shows before the first row and not in the middle.
 void SqliteConnection::begin() {
-    if (isUpdatable()) requireFile();
-    command(isUpdatable() ? "BEGIN IMMEDIATE" : "BEGIN");
+    const bool writes = isUpdatable();
+    if (writes) requireFile();
+    exclusivePeriod_ = 0;
+    command(writes ? "BEGIN IMMEDIATE" : "BEGIN");
+    if (writes) exclusivePeriod_ = ++begins_;
 }
 
 void SqliteConnection::commit() {
     if (isUpdatable()) requireFile();
     command("COMMIT");
+    exclusivePeriod_ = 0;
 }
 
 // A file that somebody deleted or replaced goes on for whoever has it open, and what is stored in it is lost unseen.
@@ -95,6 +100,7 @@ void SqliteConnection::requireFile() const {
 void SqliteConnection::rollback() {
     ++rollbacks_;
     command("ROLLBACK");
+    exclusivePeriod_ = 0;
 }
 
 void SqliteConnection::savepoint(const QByteArray& name) {
@@ -127,6 +133,22 @@ void SqliteConnection::setLocalNumber(Long number) {
 
 quint64 SqliteConnection::changeStamp() const {
     return static_cast<quint64>(sqlite3_total_changes64(session_->database())) + rollbacks_;
+}
+
+// What a trigger did before it failed may stay. Which tables have one can change between two transactions alone.
+bool SqliteConnection::failsAsAWhole(const QString& table) {
+    const quint64 period = exclusivePeriod();
+    if (period == 0) return false;
+    if (triggersKnownIn_ != period) {
+        RowStore rows;
+        prepared("SELECT DISTINCT tbl_name FROM sqlite_master WHERE type = 'trigger'", Access::Internal)
+            ->read({}, rows);
+        tablesWithTriggers_.clear();
+        for (qsizetype row = 0; row < rows.size(); ++row)
+            tablesWithTriggers_.insert(QString::fromUtf8(rows.value(row, 0).bytes).toCaseFolded());
+        triggersKnownIn_ = period;
+    }
+    return !tablesWithTriggers_.contains(table.toCaseFolded());
 }
 
 ColumnValues SqliteConnection::initialValues(const jet::Table& table) {

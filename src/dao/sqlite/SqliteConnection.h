@@ -5,6 +5,8 @@
 #include "dao/sqlite/SqliteSession.h"
 #include "dao/sqlite/SqliteTarget.h"
 
+#include <QSet>
+
 namespace dao {
 
 inline size_t qHash(Access access, size_t seed = 0) {
@@ -37,6 +39,8 @@ public:
     Long localNumber() override;
     void setLocalNumber(Long number) override;
     quint64 changeStamp() const override;
+    quint64 exclusivePeriod() const override { return inTransaction() ? exclusivePeriod_ : 0; }
+    bool failsAsAWhole(const QString& table) override;
 
     const jet::Schema& schema() const override { return schema_; }
     bool refreshSchema() override;
@@ -56,6 +60,10 @@ private:
     qint64 schemaVersion_ = -1;
     SqliteTarget target_;
     quint64 rollbacks_ = 0;
+    quint64 begins_ = 0;
+    quint64 exclusivePeriod_ = 0;      ///< the number of the transaction that begin() has begun, for writing
+    quint64 triggersKnownIn_ = 0;      ///< the period in which the next one was read
+    QSet<QString> tablesWithTriggers_; ///< folded
     int busyTimeout_ = 0;
 };
 
