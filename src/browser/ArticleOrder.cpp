@@ -26,12 +26,26 @@ constexpr Long highestWithoutLimit = 1000; // of the position editor
 constexpr QStringView changedInStatement = u"ARTKAT.LetzteÄnderung";
 constexpr QStringView changedInTable = u"LetzteÄnderung";
 
-void write(dao::Recordset& row, QStringView changed, Long position) {
-    row.Edit();
-    row.setValue(u"Order", position);
-    row.setValue(changed, Variant::date(clock().now()));
-    row.Update();
-}
+/// Writes positions into the rows of a record set, whose columns it looks up once.
+class PositionWriter {
+public:
+    PositionWriter(dao::Recordset& rows, QStringView changed)
+        : rows_(rows)
+        , order_(rows.ordinal(u"Order"))
+        , changed_(rows.ordinal(changed)) {}
+
+    void write(Long position) const {
+        rows_.Edit();
+        rows_.setValue(order_, position);
+        rows_.setValue(changed_, Variant::date(clock().now()));
+        rows_.Update();
+    }
+
+private:
+    dao::Recordset& rows_;
+    int order_;
+    int changed_;
+};
 
 } // namespace
 
@@ -71,8 +85,9 @@ void ArticleOrder::renumber(Long category, Long startPos, Long gap) const {
             number = sumOfPositions(rows->value(u"Order").toLong(), gap);
     }
     // 5.
+    const PositionWriter writer(*rows, changedInStatement);
     do {
-        write(*rows, changedInStatement, number);
+        writer.write(number);
         number = sumOfPositions(number, 1);
         rows->MoveNext();
     } while (!rows->Eof());
@@ -112,9 +127,11 @@ void ArticleOrder::move(dao::Recordset& rows, Long newPos, Long curPos, Long tar
     const bool up = newPos <= curPos;
     const Long step = up ? 1 : -1;
     Long number = sumOfPositions(target, step);
+    const PositionWriter writer(rows, changedInStatement);
+    const int key = rows.ordinal(u"ArtKatID");
     while (!(up ? rows.Eof() : rows.Bof())) {
-        const bool isMoved = rows.value(u"ArtKatID").toLong() == movedRow;
-        write(rows, changedInStatement, isMoved ? target : number);
+        const bool isMoved = rows.value(key).toLong() == movedRow;
+        writer.write(isMoved ? target : number);
         if (!isMoved) number = sumOfPositions(number, step);
         if (up)
             rows.MoveNext();
@@ -146,7 +163,7 @@ void ArticleOrder::place(Long row, Long position) const {
     if (table->NoMatch())
         hub_.reportVanishedRecord(u"SwapCategories"_s);
     else
-        write(*table, changedInTable, position);
+        PositionWriter(*table, changedInTable).write(position);
 }
 
 void ArticleOrder::ReorderAlphabetical(Long CatID, const QString& CatName, bool Descending) {
@@ -166,8 +183,9 @@ void ArticleOrder::ReorderAlphabetical(Long CatID, const QString& CatName, bool 
         const Ref<dao::Recordset> sorted = rows->OpenRecordset();
         // 5.
         sorted->MoveFirst();
+        const PositionWriter writer(*sorted, changedInStatement);
         for (Long position = 1; !sorted->Eof(); sorted->MoveNext())
-            write(*sorted, changedInStatement, position++);
+            writer.write(position++);
         // 6.
         mark.commit();
         hub_.state.Edited = true;
