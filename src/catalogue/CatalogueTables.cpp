@@ -57,7 +57,7 @@ CatalogueTable assignments() {
              column(u"Kategorie-Schlüssel"_s, Type::Int), column(u"Order"_s, Type::Int),
              column(u"LetzteÄnderung"_s, Type::Date)},
             {{u"ArtKatID"_s, {u"ArtKatID"_s}, true},
-             {u"Artikel-Schlüssel"_s, {u"Artikel-Schlüssel"_s}},
+             {u"Artikel-Schlüssel"_s, {u"Artikel-Schlüssel"_s, u"Kategorie-Schlüssel"_s}},
              {u"Kategorie-Schlüssel"_s, {u"Kategorie-Schlüssel"_s, u"Order"_s}}}};
 }
 

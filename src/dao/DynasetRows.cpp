@@ -37,8 +37,11 @@ qsizetype DynasetRows::deletedBefore(qsizetype row) const {
 // lose.
 bool DynasetRows::read(qsizetype row, RowStore& into) const {
     Parameters parameters = rowLiterals_;
-    for (const StoredValue& key : keysOf(row))
-        parameters.append(key);
+    if (const auto changed = changedKeys_.constFind(row); changed != changedKeys_.cend())
+        parameters.append(changed->constData(), changed->size());
+    else
+        for (int ordinal = 0; ordinal < plan().keyTypes.size(); ++ordinal)
+            parameters.append(keys_.value(row, ordinal));
     into.clear();
     translation_->row->read(parameters, into);
     if (into.isEmpty()) return false;
