@@ -47,6 +47,7 @@ Result scrollRow();
 Result renumberRow();
 Result moveRow();
 Result addRow();
+Result dropRow();
 Result deleteTreeRow();
 Result sortLevelRow();
 

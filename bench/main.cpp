@@ -32,7 +32,8 @@ const std::vector<Row>& rows() {
         {u"order"_s, orderRow},       {u"parse"_s, parseRow},        {u"fill"_s, fillRow},
         {u"fillqt"_s, fillWidgetRow}, {u"fillmem"_s, fillMemoryRow}, {u"click"_s, clickRow},
         {u"scroll"_s, scrollRow},     {u"renumber"_s, renumberRow},  {u"move"_s, moveRow},
-        {u"add"_s, addRow},           {u"deltree"_s, deleteTreeRow}, {u"level"_s, sortLevelRow}};
+        {u"add"_s, addRow},           {u"drop"_s, dropRow},          {u"deltree"_s, deleteTreeRow},
+        {u"level"_s, sortLevelRow}};
     return all;
 }
 

@@ -68,7 +68,13 @@ std::shared_ptr<DynasetTranslation> PlanCache::dynaset(const jet::Shape& shape, 
     return cached(dynasets_, shape, connection, [&] { return translateDynaset(text, connection); });
 }
 
+void PlanCache::addKnownFind(const QString& shape) {
+    if (knownFinds_.size() >= capacity) knownFinds_.clear();
+    knownFinds_.insert(shape);
+}
+
 void PlanCache::clear() {
+    knownFinds_.clear();
     byShape_.clear();
     dynasets_.clear();
 }

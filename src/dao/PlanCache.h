@@ -5,6 +5,7 @@
 #include "jet/model/Plan.h"
 #include "jet/syntax/Shape.h"
 
+#include <QSet>
 #include <memory>
 #include <vector>
 
@@ -33,6 +34,9 @@ public:
     /// From the cache, or translated from the text.
     std::shared_ptr<Translation> translation(const jet::Shape& shape, QStringView text, Connection& connection);
     std::shared_ptr<DynasetTranslation> dynaset(const jet::Shape& shape, QStringView text, Connection& connection);
+    /// Shapes of statements that ask the engine for a find, whose criteria have been found to be such.
+    bool isKnownFind(const QString& shape) const { return knownFinds_.contains(shape); }
+    void addKnownFind(const QString& shape);
     void clear();
 
     /// How often a statement had to be translated since the database was opened.
@@ -51,6 +55,7 @@ private:
 
     ByShape<Translation> byShape_{capacity};
     ByShape<DynasetTranslation> dynasets_{capacity};
+    QSet<QString> knownFinds_;
     qint64 compilations_ = 0;
 };
 

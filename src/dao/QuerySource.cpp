@@ -18,6 +18,10 @@ QuerySource QuerySource::ofTable(std::shared_ptr<Connection> connection, std::sh
     return result;
 }
 
+std::shared_ptr<const Columns> QuerySource::columns() const {
+    return plans_->translation(jet::shapeOf(sql_), sql_, *connection_)->columns;
+}
+
 QuerySource::Result QuerySource::read(RowStore& rows, qsizetype limit) const {
     return run([&](const jet::Shape& shape) {
         const auto translation = plans_->translation(shape, sql_, *connection_);

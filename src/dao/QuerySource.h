@@ -20,6 +20,9 @@ public:
     /// The table if these are all its rows and columns, else empty.
     const QString& wholeTable() const { return wholeTable_; }
 
+    /// Of the result, without running the statement.
+    std::shared_ptr<const Columns> columns() const;
+
     struct Result {
         std::shared_ptr<const Columns> columns;
         bool complete; ///< false if there may be more rows than the limit

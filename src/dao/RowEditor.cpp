@@ -47,6 +47,15 @@ ColumnValues RowEditor::initialValues() const {
     return connection_->initialValues(table_);
 }
 
+/// For an action that is a single statement.
+template<class Action>
+void RowEditor::atomically(Action&& action) const {
+    if (connection_->failsAsAWhole(table_.name))
+        action();
+    else
+        connection_->transaction().atomically(action);
+}
+
 RowKey RowEditor::insert(const ColumnValues& values) const {
     connection_->requireWritable();
     requireKeyValues(values, true);
@@ -54,11 +63,12 @@ RowKey RowEditor::insert(const ColumnValues& values) const {
     for (const ColumnValue& value : values)
         stored.append(value.value);
     RowKey key;
-    connection_->transaction().atomically([&] {
+    const auto store = [&] {
         Statement& statement =
             latest(insert_, values, [this](const QList<int>& columns) { return insertText(columns); });
         key = keyFrom(statement, stored, keyNames_.size());
-    });
+    };
+    atomically(store);
     return key;
 }
 
@@ -84,11 +94,10 @@ RowKey RowEditor::update(const RowKey& key, const ColumnValues& changes, const s
         if (!changes.isEmpty()) newKey = change(key, changes);
         if (stored) read(newKey, *stored);
     };
-    const bool isOneStatement = !before && !stored;
-    if (isOneStatement && connection_->failsAsAWhole(table_.name))
-        store();
-    else
+    if (before || stored)
         connection_->transaction().atomically(store);
+    else
+        atomically(store);
     return newKey;
 }
 
@@ -124,7 +133,7 @@ bool RowEditor::changesKey(const ColumnValues& changes) const {
 void RowEditor::remove(const RowKey& key) const {
     connection_->requireWritable();
     if (!remover_) remover_ = connection_->prepared("DELETE FROM " + nativeTable_ + keyCondition(0), Access::Write);
-    connection_->transaction().atomically([&] {
+    atomically([&] {
         if (remover_->run(key) == 0) mkl::throwError(err::RecordDeleted);
     });
 }

@@ -50,6 +50,8 @@ private:
         std::shared_ptr<Statement> statement;
     };
 
+    template<class Action>
+    void atomically(Action&& action) const;
     RowKey change(const RowKey& key, const ColumnValues& changes) const;
     QByteArray updateText(const QList<int>& columns, bool changesKey) const;
     QByteArray insertText(const QList<int>& columns) const;

@@ -24,8 +24,12 @@ ScrollCursor::ScrollCursor(std::shared_ptr<Connection> connection, std::shared_p
     , afterFailedFind_(afterFailedFind) {}
 
 void ScrollCursor::begin() {
-    const qsizetype first = nextRow(-1, 1);
     noMatch_ = false;
+    toFirst();
+}
+
+void ScrollCursor::toFirst() const {
+    const qsizetype first = nextRow(-1, 1);
     if (first < 0)
         goTo(Place::Eof);
     else
@@ -96,7 +100,6 @@ void ScrollCursor::movePrevious() {
 }
 
 void ScrollCursor::find(FindMode mode, QStringView criterion) {
-    const jet::Criterion ready = parsed(criterion);
     const bool fromAnEnd = mode == FindMode::First || mode == FindMode::Last;
     if (fromAnEnd) {
         if (const auto foretold = foretell(criterion)) {
@@ -110,6 +113,7 @@ void ScrollCursor::find(FindMode mode, QStringView criterion) {
             return;
         }
     }
+    const jet::Criterion ready = parsed(criterion);
     settle();
     if (!fromAnEnd && place_ == Place::Nowhere && nextRow(-1, 1) >= 0) mkl::throwError(err::NoCurrentRecord);
     const qsizetype found = searchFrom(mode, ready);
@@ -142,6 +146,7 @@ qsizetype ScrollCursor::currentRow() const {
 
 void ScrollCursor::goTo(Place place, qsizetype row) const {
     unsettledFind_.clear();
+    unsettledBegin_ = false;
     place_ = place;
     row_ = row;
     ++moves_;
@@ -181,7 +186,10 @@ jet::Criterion ScrollCursor::parsed(QStringView criterion) const {
 
 // Only another program can have taken the row away that was there when it was asked for.
 void ScrollCursor::settle() const {
-    if (unsettledFind_.isEmpty()) return;
+    if (unsettledFind_.isEmpty()) {
+        if (unsettledBegin_) toFirst();
+        return;
+    }
     const jet::Criterion criterion = parsed(std::exchange(unsettledFind_, {}));
     const qsizetype found = searchFrom(unsettledMode_, criterion);
     if (found < 0)

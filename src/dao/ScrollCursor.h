@@ -48,11 +48,15 @@ protected:
     virtual NumberedRows& numbered() const = 0;
     /// Runs over the rows from first on, by step, until one meets the criterion; -1 if none does.
     virtual qsizetype search(const jet::Criterion& criterion, qsizetype first, int step) const = 0;
-    /// Whether any row meets the criterion, where that is told without the rows.
+    /// Whether any row meets the criterion, where that is told without the rows. Raises what a search would raise for
+    /// the criterion itself.
     virtual std::optional<bool> foretell(QStringView) const { return std::nullopt; }
 
     /// To the first row, if there is one.
     void begin();
+    /// The same, when it matters.
+    void beginLater() { unsettledBegin_ = true; }
+    jet::Criterion parsed(QStringView criterion) const;
     /// Current row, or 3021.
     qsizetype currentRow() const;
     void goTo(Place place, qsizetype row = -1) const;
@@ -63,7 +67,7 @@ protected:
 private:
     qsizetype nextRow(qsizetype row, int step) const;
     qsizetype searchFrom(FindMode mode, const jet::Criterion& criterion) const;
-    jet::Criterion parsed(QStringView criterion) const;
+    void toFirst() const;
     void settle() const;
 
     mutable Place place_ = Place::Nowhere;
@@ -72,6 +76,7 @@ private:
     /// A criterion that some row is known to meet; which one is found out when it matters.
     mutable QString unsettledFind_;
     mutable FindMode unsettledMode_ = FindMode::First;
+    mutable bool unsettledBegin_ = false;
     AfterFailedFind afterFailedFind_;
     bool noMatch_ = false;
 };

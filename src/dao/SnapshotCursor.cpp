@@ -39,7 +39,10 @@ SnapshotCursor::SnapshotCursor(std::shared_ptr<SnapshotRows> rows, Long type, De
     , rows_(std::move(rows))
     , type_(type)
     , derivations_(std::move(derivations)) {
-    begin();
+    if (rows_->isBegun())
+        begin();
+    else
+        beginLater();
 }
 
 SnapshotCursor::SnapshotCursor(const SnapshotCursor& original, Clone)
@@ -95,12 +98,26 @@ qsizetype SnapshotCursor::search(const jet::Criterion& criterion, qsizetype firs
     return -1;
 }
 
+// Whether the criterion stands as it should depends on the statement's shape alone.
+bool SnapshotCursor::isKnownFind(const QString& sql) const {
+    try {
+        return rows_->source().plans()->isKnownFind(jet::shapeOf(sql).key);
+    } catch (const mkl::RunTimeError&) {
+        return false; // the criterion's own reading says what is wrong with it
+    }
+}
+
 // The engine finds by an index, and what it finds need not be copied. A failure is left to the walk over the rows,
 // which may find a row before the one that fails.
 std::optional<bool> SnapshotCursor::foretell(QStringView criterion) const {
     const QString& table = rows_->source().wholeTable();
-    if (rows_->isRead() || table.isEmpty() || !isPlain(criterion)) return std::nullopt;
-    const QString sql = u"SELECT TOP 1 1 FROM [%1] WHERE (%2)"_s.arg(table, criterion);
+    if (rows_->isRead() || table.isEmpty()) return std::nullopt;
+    const QString sql = u"SELECT TOP 1 1 FROM ["_s + table + u"] WHERE ("_s + criterion.toString() + u')';
+    if (!isKnownFind(sql)) {
+        parsed(criterion); // what is no criterion by itself may not stand between the parentheses
+        if (!isPlain(criterion)) return std::nullopt;
+        rows_->source().plans()->addKnownFind(jet::shapeOf(sql).key);
+    }
     try {
         RowStore found;
         QuerySource(sharedConnection(), rows_->source().plans(), sql).read(found);

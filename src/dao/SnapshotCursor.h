@@ -29,6 +29,7 @@ private:
     struct Clone {};
     SnapshotCursor(const SnapshotCursor& original, Clone);
     [[noreturn]] void refuseEditing() const;
+    bool isKnownFind(const QString& sql) const;
 
     std::shared_ptr<SnapshotRows> rows_;
     Long type_;

@@ -15,10 +15,28 @@ constexpr qsizetype rowsReadAtOnce = 256;
 
 SnapshotRows::SnapshotRows(QuerySource source, Reading reading)
     : source_(std::move(source)) {
-    const auto result = reading == Reading::AtOnce ? source_.read(*store_) : source_.read(*store_, rowsReadAtOnce);
+    if (reading == Reading::AtOnce) {
+        readFirst(std::numeric_limits<qsizetype>::max());
+    } else if (source_.wholeTable().isEmpty()) {
+        readFirst(rowsReadAtOnce);
+    } else {
+        columns_ = source_.columns(); // a find may be all that is asked, which needs no rows
+        isBegun_ = false;
+    }
+    if (!isRead_) source_.connection()->addPending(this);
+}
+
+void SnapshotRows::readFirst(qsizetype limit) {
+    const auto result = source_.read(*store_, limit);
     columns_ = result.columns;
     isRead_ = result.complete;
-    if (!isRead_) source_.connection()->addPending(this);
+}
+
+void SnapshotRows::requireFirst() {
+    if (isBegun_ || isRead_) return;
+    readFirst(rowsReadAtOnce);
+    isBegun_ = true;
+    if (isRead_) source_.connection()->removePending(this);
 }
 
 SnapshotRows::SnapshotRows(QuerySource source, std::shared_ptr<const Columns> columns, std::shared_ptr<RowStore> store,
@@ -36,6 +54,7 @@ SnapshotRows::~SnapshotRows() {
 
 bool SnapshotRows::has(qsizetype row) {
     if (row < 0) return false;
+    requireFirst();
     if (!isRead_ && row < store_->size()) return true;
     return row < count();
 }
@@ -54,6 +73,7 @@ qsizetype SnapshotRows::count() {
 }
 
 mkl::Variant SnapshotRows::value(qsizetype row, int column) {
+    requireFirst();
     if (!isRead_ && row >= store_->size()) read();
     const qsizetype at = place(row);
     if (at >= store_->size()) mkl::throwError(err::RecordDeleted);

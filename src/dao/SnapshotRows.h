@@ -10,8 +10,9 @@
 namespace dao {
 
 /// The rows of a query as they are when it is opened, shared by a record set and its clones. The first ones are read at
-/// once; where many more follow they wait until somebody needs them, and at the latest until this connection changes
-/// something. What another program changes in between shows in rows that were not read yet.
+/// once, those of a whole table when somebody looks; where many more follow they wait until somebody needs them, and at
+/// the latest until this connection changes something. What another program changes in between shows in rows that were
+/// not read yet.
 class SnapshotRows final : public NumberedRows, public PendingRead {
 public:
     enum class Reading : quint8 { AtOnce, WhenNeeded };
@@ -27,6 +28,7 @@ public:
     const QuerySource& source() const { return source_; }
     const std::shared_ptr<const Columns>& columns() const { return columns_; }
     bool isRead() const { return isRead_; }
+    bool isBegun() const { return isBegun_; } ///< the first rows are read
     bool has(qsizetype row);
     /// How many there are. The engine may answer it before the rows are read.
     qsizetype count();
@@ -43,11 +45,15 @@ public:
     void readNow() noexcept override;
 
 private:
+    void readFirst(qsizetype limit);
+    void requireFirst();
+
     QuerySource source_;
     std::shared_ptr<const Columns> columns_;
     std::shared_ptr<RowStore> store_ = std::make_shared<RowStore>(); ///< the first rows, or all
     std::vector<quint32> order_; ///< places in the store; empty for all of them as they stand
     bool isDerived_ = false;
+    bool isBegun_ = true; ///< the first rows are read
     bool isRead_ = false;
     std::optional<qsizetype> counted_; ///< by the engine
     std::optional<mkl::RunTimeError> failure_;

@@ -49,11 +49,15 @@ void SqliteNewRow::addDefault(ColumnValues& values, int column, const QByteArray
 
 qint64 SqliteNewRow::takeCounter(int column) {
     qint64 number = 0;
-    connection_.transaction().atomically([&] {
+    const auto take = [&] {
         number = lastCounter(column) + 1;
         if (number > std::numeric_limits<mkl::Long>::max()) mkl::throwError(mkl::err::Overflow);
         keepCounter(number);
-    });
+    };
+    if (connection_.exclusivePeriod() != 0)
+        take(); // nobody comes in between
+    else
+        connection_.transaction().atomically(take);
     return number;
 }
 
