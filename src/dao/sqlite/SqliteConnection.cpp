@@ -61,7 +61,7 @@ std::shared_ptr<Statement> SqliteConnection::prepared(const QByteArray& native, 
 
 void SqliteConnection::executeScript(const QByteArray& native) {
     const SqliteSession::AccessScope scope(*session_, Access::Internal);
-    triggersKnownIn_ = 0;
+    known_ = {};
     session_->check(sqlite3_exec(session_->database(), native.constData(), nullptr, nullptr, nullptr));
 }
 
@@ -135,24 +135,32 @@ quint64 SqliteConnection::changeStamp() const {
     return static_cast<quint64>(sqlite3_total_changes64(session_->database())) + rollbacks_;
 }
 
-// What a trigger did before it failed may stay. Which tables have one can change between two transactions alone.
+SqliteConnection::KnownTables& SqliteConnection::known() {
+    if (const quint64 period = exclusivePeriod(); known_.period != period) known_ = {period, {}, {}};
+    return known_;
+}
+
+// What a trigger did before it failed may stay.
 bool SqliteConnection::failsAsAWhole(const QString& table) {
-    const quint64 period = exclusivePeriod();
-    if (period == 0) return false;
-    if (triggersKnownIn_ != period) {
+    if (exclusivePeriod() == 0) return false;
+    std::optional<QSet<QString>>& withTriggers = known().withTriggers;
+    if (!withTriggers) {
         RowStore rows;
         prepared("SELECT DISTINCT tbl_name FROM sqlite_master WHERE type = 'trigger'", Access::Internal)
             ->read({}, rows);
-        tablesWithTriggers_.clear();
+        withTriggers.emplace();
         for (qsizetype row = 0; row < rows.size(); ++row)
-            tablesWithTriggers_.insert(QString::fromUtf8(rows.value(row, 0).bytes).toCaseFolded());
-        triggersKnownIn_ = period;
+            withTriggers->insert(QString::fromUtf8(rows.value(row, 0).bytes).toCaseFolded());
     }
-    return !tablesWithTriggers_.contains(table.toCaseFolded());
+    return !withTriggers->contains(table.toCaseFolded());
 }
 
 ColumnValues SqliteConnection::initialValues(const jet::Table& table) {
-    return SqliteNewRow(*this, table).values();
+    SqliteNewRow newRow(*this, table);
+    if (exclusivePeriod() == 0) return newRow.values(newRow.columns());
+    std::shared_ptr<const RowStore>& columns = known().columns[table.name];
+    if (!columns) columns = std::make_shared<RowStore>(newRow.columns());
+    return newRow.values(*columns);
 }
 
 bool SqliteConnection::refreshSchema() {

@@ -5,7 +5,9 @@
 #include "dao/sqlite/SqliteSession.h"
 #include "dao/sqlite/SqliteTarget.h"
 
+#include <QHash>
 #include <QSet>
+#include <optional>
 
 namespace dao {
 
@@ -49,6 +51,14 @@ public:
     const jet::Target& target() const override { return target_; }
 
 private:
+    /// What was asked about tables within an exclusive period, and holds as long.
+    struct KnownTables {
+        quint64 period = 0;
+        std::optional<QSet<QString>> withTriggers;               ///< folded names
+        QHash<QString, std::shared_ptr<const RowStore>> columns; ///< for new rows, by table
+    };
+
+    KnownTables& known();
     void protect();
     void requireFile() const;
     void command(const QByteArray& native);
@@ -61,9 +71,8 @@ private:
     SqliteTarget target_;
     quint64 rollbacks_ = 0;
     quint64 begins_ = 0;
-    quint64 exclusivePeriod_ = 0;      ///< the number of the transaction that begin() has begun, for writing
-    quint64 triggersKnownIn_ = 0;      ///< the period in which the next one was read
-    QSet<QString> tablesWithTriggers_; ///< folded
+    quint64 exclusivePeriod_ = 0; ///< the number of the transaction that begin() has begun, for writing
+    KnownTables known_;
     int busyTimeout_ = 0;
 };
 

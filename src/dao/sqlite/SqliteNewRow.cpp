@@ -7,13 +7,17 @@
 
 namespace dao {
 
-ColumnValues SqliteNewRow::values() {
+RowStore SqliteNewRow::columns() const {
     RowStore rows;
     const StoredValue table = StoredValue::ofText(table_.name.toUtf8());
     connection_
         .prepared("SELECT name, dflt_value FROM pragma_table_xinfo(?1) WHERE hidden <> 1 ORDER BY cid",
                   Access::Internal)
         ->read({&table, 1}, rows);
+    return rows;
+}
+
+ColumnValues SqliteNewRow::values(const RowStore& rows) {
     ColumnValues result;
     for (qsizetype row = 0; row < rows.size(); ++row) {
         const int column = table_.columnIndex(QString::fromUtf8(rows.value(row, 0).bytes));

@@ -12,7 +12,9 @@ public:
 
     /// Defaults as the columns' types store them, and the next number of a counter. A default that is more than a
     /// value of the dialect's functions is left to the engine, which puts it in when the row is stored.
-    ColumnValues values();
+    ColumnValues values(const RowStore& rows);
+    /// Names and defaults of the table's columns, for values().
+    RowStore columns() const;
 
 private:
     void addDefault(ColumnValues& values, int column, const QByteArray& native);
