@@ -44,10 +44,7 @@ Long ArticleAssignment::Article_SelectedArray(ItemList& Items, acbPanes Pane) co
         u"Article_SelectedArray"_s,
         [&] {
             const ListView& list = Pane != acbPaneArticlePool ? *hub_.ui.LV : *hub_.ui.LVArt;
-            const auto count = static_cast<size_t>(list.SelectedCount());
-            Items.reserve(count);
-            for (auto item = list.ListItems().begin(); Items.size() < count && item != list.ListItems().end(); ++item)
-                if ((*item)->Selected()) Items.push_back(*item);
+            Items = list.SelectedItems();
             return static_cast<Long>(Items.size());
         },
         0);

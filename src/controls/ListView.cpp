@@ -4,6 +4,8 @@
 
 #include <QHeaderView>
 
+#include <algorithm>
+
 namespace mkl {
 
 ListView::ListView(QWidget* parent)
@@ -40,6 +42,28 @@ void ListView::setSelectedItem(const Ref<ListItem>& item) {
         select(*item, true);
     else if (!MultiSelect())
         clearSelected();
+}
+
+// The view knows ranges of them; a list that does not show is gone through up to the last one.
+std::vector<Ref<ListItem>> ListView::SelectedItems() const {
+    std::vector<Ref<ListItem>> selected;
+    selected.reserve(static_cast<size_t>(selectedCount_));
+    if (!awake()) {
+        for (auto item = items_.begin(); std::ssize(selected) < selectedCount_; ++item)
+            if ((*item)->selected_) selected.push_back(*item);
+        return selected;
+    }
+    const QItemSelection ranges = selectionModel()->selection();
+    std::vector<int> rows;
+    for (const QItemSelectionRange& range : ranges)
+        for (int row = range.top(); row <= range.bottom(); ++row)
+            rows.push_back(row);
+    std::ranges::sort(rows);
+    rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
+    const auto first = items_.begin();
+    for (const int row : rows)
+        selected.push_back(first[row]);
+    return selected;
 }
 
 void ListView::deselectOthers(const Ref<ListItem>& item) {

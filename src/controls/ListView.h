@@ -27,6 +27,8 @@ public:
     Ref<ListItem> SelectedItem() const { return selectedItem_; }
     void setSelectedItem(const Ref<ListItem>& item);
 
+    /// The selected rows in the order in which they show.
+    std::vector<Ref<ListItem>> SelectedItems() const;
     /// How many rows are selected.
     Long SelectedCount() const { return selectedCount_; }
     /// Deselects every row but this one, which stays as it is.

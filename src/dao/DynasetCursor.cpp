@@ -115,8 +115,8 @@ void DynasetCursor::addNew() {
 void DynasetCursor::setValue(int ordinal, const mkl::Variant& value) {
     const jet::OutputColumn& column = columns().at(ordinal);
     if (buffer_.isActive() && column.source >= 0) {
-        const bool elsewhere =
-            editMode() == EditMode::Add ? column.source != rows_->plan().deleteSource : isAbsent(column.source);
+        const bool elsewhere = editMode() == EditMode::Add ? column.source != rows_->plan().deleteSource
+                                                           : rows_->isAbsent(currentRow(), column.source);
         if (elsewhere) mkl::throwError(err::FieldNotUpdatable, {column.name});
     }
     buffer_.set(ordinal, value);
@@ -182,11 +182,6 @@ const DynasetCursor::Source& DynasetCursor::sourceAt(int source) const {
     return *sources_[at];
 }
 
-// The outer join found no row there.
-bool DynasetCursor::isAbsent(int source) const {
-    return rows_->key(currentRow(), source).first().kind == StoredValue::Kind::Null;
-}
-
 ColumnValues DynasetCursor::ofSource(const Source& source, const ColumnValues& values) {
     ColumnValues result;
     for (const ColumnValue& value : values)
@@ -203,22 +198,24 @@ void DynasetCursor::storeEdit() {
         if (ColumnValues own = ofSource(sourceAt(source), changes); !own.isEmpty())
             changesBySource.emplace_back(source, std::move(own));
     connection().requireWritable();
-    std::vector<RowKey> newKeys;
+    std::vector<std::pair<int, RowKey>> newKeys;
     const auto store = [&] {
         const bool isUnchanged = nobodyElseWroteSinceEdit();
         const ColumnValues before = isUnchanged ? ColumnValues() : buffer_.before();
         for (const auto& [source, own] : changesBySource) {
             const Source& target = sourceAt(source);
-            newKeys.push_back(target.editor.update(
-                rows_->key(row, source), own, isUnchanged ? std::nullopt : std::optional(ofSource(target, before))));
+            const RowKey key = rows_->key(row, source);
+            RowKey newKey =
+                target.editor.update(key, own, isUnchanged ? std::nullopt : std::optional(ofSource(target, before)));
+            if (newKey != key) newKeys.emplace_back(source, std::move(newKey));
         }
     };
     if (changesBySource.size() == 1)
         store(); // is done as a whole by itself
     else
         connection().transaction().atomically(store);
-    for (size_t at = 0; at < newKeys.size(); ++at)
-        rows_->setKey(row, changesBySource[at].first, newKeys[at]);
+    for (const auto& [source, key] : newKeys)
+        rows_->setKey(row, source, key);
     isLoaded_ = false;
     lastModified_ = row;
 }

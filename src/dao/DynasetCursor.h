@@ -54,7 +54,6 @@ private:
 
     const RowStore& loadedRow() const;
     const Source& sourceAt(int source) const;
-    bool isAbsent(int source) const;
     static ColumnValues ofSource(const Source& source, const ColumnValues& values);
     bool nobodyElseWroteSinceEdit() const;
     void storeEdit();

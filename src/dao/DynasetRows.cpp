@@ -37,11 +37,8 @@ qsizetype DynasetRows::deletedBefore(qsizetype row) const {
 // lose.
 bool DynasetRows::read(qsizetype row, RowStore& into) const {
     Parameters parameters = rowLiterals_;
-    if (const auto changed = changedKeys_.constFind(row); changed != changedKeys_.cend())
-        parameters.append(changed->constData(), changed->size());
-    else
-        for (int ordinal = 0; ordinal < plan().keyTypes.size(); ++ordinal)
-            parameters.append(keys_.value(row, ordinal));
+    for (int ordinal = 0; ordinal < plan().keyTypes.size(); ++ordinal)
+        parameters.append(keyPart(row, ordinal));
     into.clear();
     translation_->row->read(parameters, into);
     if (into.isEmpty()) return false;
@@ -52,11 +49,21 @@ bool DynasetRows::read(qsizetype row, RowStore& into) const {
 }
 
 RowKey DynasetRows::key(qsizetype row, int source) const {
-    const QList<StoredValue> keys = keysOf(row);
     RowKey result;
     for (const int ordinal : plan().sources[source].keyOrdinals)
-        result.append(owned(keys[ordinal]));
+        result.append(owned(keyPart(row, ordinal)));
     return result;
+}
+
+bool DynasetRows::isAbsent(qsizetype row, int source) const {
+    return keyPart(row, plan().sources[source].keyOrdinals.first()).kind == StoredValue::Kind::Null;
+}
+
+StoredValue DynasetRows::keyPart(qsizetype row, int ordinal) const {
+    if (!changedKeys_.isEmpty())
+        if (const auto changed = changedKeys_.constFind(row); changed != changedKeys_.cend())
+            return (*changed)[ordinal];
+    return keys_.value(row, ordinal);
 }
 
 void DynasetRows::setKey(qsizetype row, int source, const RowKey& key) {
@@ -109,10 +116,9 @@ void DynasetRows::appendKeys(const QList<StoredValue>& keys) {
 }
 
 QList<StoredValue> DynasetRows::keysOf(qsizetype row) const {
-    if (const auto changed = changedKeys_.constFind(row); changed != changedKeys_.cend()) return *changed;
     QList<StoredValue> keys;
     for (int ordinal = 0; ordinal < plan().keyTypes.size(); ++ordinal)
-        keys.append(keys_.value(row, ordinal));
+        keys.append(keyPart(row, ordinal));
     return keys;
 }
 

@@ -34,6 +34,7 @@ public:
     bool read(qsizetype row, RowStore& into) const;
     /// The key of the row in one source; all Null where an outer join found none.
     RowKey key(qsizetype row, int source) const;
+    bool isAbsent(qsizetype row, int source) const; ///< the outer join found none
 
     void setKey(qsizetype row, int source, const RowKey& key);
     void markDeleted(qsizetype row);
@@ -45,6 +46,7 @@ private:
     void readKeys(RowStore& keys) const;
     void appendKeys(const QList<StoredValue>& keys);
     QList<StoredValue> keysOf(qsizetype row) const;
+    StoredValue keyPart(qsizetype row, int ordinal) const;
 
     QuerySource source_;
     jet::Shape shape_;
