@@ -4,6 +4,9 @@
 #include "dao/StoredRowReader.h"
 #include "jet/syntax/Lexer.h"
 
+#include <algorithm>
+#include <array>
+
 using namespace Qt::StringLiterals;
 
 namespace dao {
@@ -29,6 +32,13 @@ bool isPlain(QStringView criterion) {
         before = token;
     }
     return true;
+}
+
+// The walk over the rows would meet it as well.
+bool isOfTheEngine(const mkl::RunTimeError& error) {
+    constexpr std::array numbers{err::OutOfMemory, err::DiskFull, err::DiskError,    err::DamagedDatabase,
+                                 err::Interrupted, err::Locked,   err::ObjectInvalid};
+    return std::ranges::find(numbers, error.number()) != numbers.end();
 }
 
 } // namespace
@@ -107,8 +117,8 @@ bool SnapshotCursor::isKnownFind(const QString& sql) const {
     }
 }
 
-// The engine finds by an index, and what it finds need not be copied. A failure is left to the walk over the rows,
-// which may find a row before the one that fails.
+// The engine finds by an index, and what it finds need not be copied. A failure in a row is left to the walk over
+// the rows, which may find one before it.
 std::optional<bool> SnapshotCursor::foretell(QStringView criterion) const {
     const QString& table = rows_->source().wholeTable();
     if (rows_->isRead() || table.isEmpty()) return std::nullopt;
@@ -122,7 +132,8 @@ std::optional<bool> SnapshotCursor::foretell(QStringView criterion) const {
         RowStore found;
         QuerySource(sharedConnection(), rows_->source().plans(), sql).read(found);
         return !found.isEmpty();
-    } catch (const mkl::RunTimeError&) {
+    } catch (const mkl::RunTimeError& error) {
+        if (isOfTheEngine(error)) throw;
         return std::nullopt;
     }
 }
