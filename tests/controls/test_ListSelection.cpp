@@ -445,4 +445,49 @@ TEST_F(ListSelectionTest, AMillionRowsDoNotHang) {
     EXPECT_LT(timer.elapsed(), 20000);
 }
 
+TEST_F(ListSelectionTest, theSelectedRowsInTheirOrder) {
+    const auto keys = [this] {
+        QStringList result;
+        for (const Ref<ListItem>& item : list.SelectedItems())
+            result << item->Key();
+        return result.join(u' ');
+    };
+    fill(9); // while it does not show
+    EXPECT_EQ(keys(), QString());
+    for (const Long row : {7, 2, 3})
+        list.ListItems().Item(row)->setSelected(true);
+    EXPECT_EQ(keys(), u"2 3 7"_s);
+    list.show();
+    QApplication::processEvents();
+    list.ListItems().Item(9)->setSelected(true);
+    list.ListItems().Item(1)->setSelected(true);
+    EXPECT_EQ(keys(), u"1 2 3 7 9"_s);
+    list.deselect({list.ListItems().Item(2), list.ListItems().Item(9)});
+    EXPECT_EQ(keys(), u"1 3 7"_s);
+    EXPECT_EQ(list.SelectedCount(), 3);
+    list.ListItems().Item(1)->setSubItems(1, u"z"_s);
+    list.setSorted(true);
+    list.setSortKey(1);
+    EXPECT_EQ(keys(), u"3 7 1"_s);
+    list.ListItems().Remove(u"7"_s);
+    EXPECT_EQ(keys(), u"3 1"_s);
+    list.hide();
+    EXPECT_EQ(keys(), u"3 1"_s);
+}
+
+TEST_F(ListSelectionTest, manyRowsAreDeselectedAtOnce) {
+    show(6000);
+    QTest::keyClick(&list, Qt::Key_A, Qt::ControlModifier);
+    std::vector<Ref<ListItem>> odd;
+    for (Long row = 1; row <= 6000; row += 2)
+        odd.push_back(list.ListItems().Item(row));
+    list.deselect(odd);
+    EXPECT_EQ(list.SelectedCount(), 3000);
+    EXPECT_EQ(std::ssize(list.SelectedItems()), 3000);
+    EXPECT_EQ(list.SelectedItems().front()->Key(), u"2"_s);
+    const Ref<ListItem> removed = odd.front();
+    list.ListItems().Remove(removed->Key());
+    EXPECT_EQ(errorOf([&] { list.deselect({removed}); }), 35601);
+}
+
 } // namespace mkl
