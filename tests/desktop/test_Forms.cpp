@@ -29,6 +29,8 @@ protected:
             host_->activateWindow();
             return host_->isActiveWindow();
         }));
+        // A form is placed over what is known of the window, and that comes a little later.
+        EXPECT_TRUE(waitUntil([this] { return host_->frameGeometry().top() < host_->geometry().top(); }));
     }
 
     /// Shows the form; the user does this once it has the keyboard. One that is still there then is closed.
