@@ -140,17 +140,33 @@ void DynasetCursor::remove() {
     const qsizetype row = currentRow();
     if (rows_->isDeleted(row)) mkl::throwError(err::RecordDeleted);
     const int source = rows_->plan().deleteSource;
+    const quint64 stamp = connection().changeStamp();
     sourceAt(source).editor.remove(rows_->key(row, source));
+    searchCopy_.keepThroughRemoval(connection(), stamp);
     rows_->markDeleted(row);
     isLoaded_ = false;
 }
 
 qsizetype DynasetCursor::search(const jet::Criterion& criterion, qsizetype first, int step) const {
+    if (const CopiedRows* copy = searchCopy_.of(*rows_)) return searchIn(*copy, criterion, first, step);
     RowStore values;
     StoredRowReader reader(values, columns());
     reader.moveTo(0);
     for (qsizetype row = first; row >= 0 && row < rows_->count(); row += step)
         if (!rows_->isDeleted(row) && rows_->read(row, values) && criterion.holds(reader)) return row;
+    return -1;
+}
+
+qsizetype DynasetCursor::searchIn(const CopiedRows& copy, const jet::Criterion& criterion, qsizetype first,
+                                  int step) const {
+    StoredRowReader reader(*copy.values, columns());
+    qsizetype at = std::ranges::lower_bound(copy.numbers, first) - copy.numbers.begin();
+    if (step < 0 && (at == copy.numbers.size() || copy.numbers[at] > first)) --at;
+    for (; at >= 0 && at < copy.numbers.size(); at += step) {
+        if (rows_->isDeleted(copy.numbers[at])) continue;
+        reader.moveTo(at);
+        if (criterion.holds(reader)) return copy.numbers[at];
+    }
     return -1;
 }
 

@@ -2,6 +2,7 @@
 #include "dao/DynasetRows.h"
 #include "dao/EditBuffer.h"
 #include "dao/ScrollCursor.h"
+#include "dao/SearchCopy.h"
 
 #include <optional>
 #include <vector>
@@ -52,6 +53,7 @@ private:
         QList<int> columns; ///< of its table, by ours; -1 for those of other sources
     };
 
+    qsizetype searchIn(const CopiedRows& copy, const jet::Criterion& criterion, qsizetype first, int step) const;
     const RowStore& loadedRow() const;
     const Source& sourceAt(int source) const;
     static ColumnValues ofSource(const Source& source, const ColumnValues& values);
@@ -72,6 +74,7 @@ private:
     quint64 editedIn_ = 0;         ///< likewise, of Edit
     quint64 editStamp_ = 0;
     mutable std::vector<std::optional<Source>> sources_; ///< as they are needed
+    mutable SearchCopy searchCopy_;
     qsizetype lastModified_ = -1;
 };
 

@@ -152,6 +152,103 @@ TEST(ExclusivePeriod, NewRowsGetCountersOfTheirOwn) {
     EXPECT_EQ(o.file.one("SELECT group_concat(Id || ':' || Wert) FROM Z"), "1:7,2:7");
 }
 
+// --- searching again and again ---------------------------------------------------------------------------------------
+
+namespace {
+
+QByteArray hundred() {
+    return "CREATE TABLE T (Nr INTEGER PRIMARY KEY, Wert INTEGER, Text TEXT);"
+           "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 100) "
+           "INSERT INTO T SELECT i, i % 10, 't' || i FROM n;";
+}
+
+Long found(Recordset& rows) {
+    return rows.NoMatch() ? -1 : rows.value(u"Nr").toLong();
+}
+
+} // namespace
+
+TEST(SearchCopy, DeletedRowsAreFoundByNoSearch) {
+    const OpenedDatabase o(hundred());
+    o.workspace->BeginTrans();
+    const Ref<Recordset> rows = o.open(u"SELECT * FROM T ORDER BY Nr"_s, dbOpenDynaset);
+    QList<Long> deleted;
+    for (rows->FindFirst(u"[Wert]=3"); !rows->NoMatch(); rows->FindFirst(u"[Wert]=3")) {
+        deleted.append(found(*rows));
+        rows->Delete();
+    }
+    EXPECT_EQ(deleted, (QList<Long>{3, 13, 23, 33, 43, 53, 63, 73, 83, 93}));
+    rows->FindLast(u"[Wert]=4");
+    EXPECT_EQ(found(*rows), 94);
+    rows->FindPrevious(u"[Wert]=2");
+    EXPECT_EQ(found(*rows), 92);
+    rows->Delete();
+    rows->FindPrevious(u"[Wert]=2"); // from a row that is gone
+    EXPECT_EQ(found(*rows), 82);
+    rows->FindNext(u"[Wert]=2");
+    EXPECT_EQ(rows->NoMatch(), true);
+    o.workspace->CommitTrans();
+}
+
+TEST(SearchCopy, ManySearchesReadTheRowsOnce) {
+    const OpenedDatabase o(hundred());
+    o.workspace->BeginTrans();
+    const Ref<Recordset> rows = o.open(u"SELECT * FROM T ORDER BY Nr"_s, dbOpenDynaset);
+    Statements statements;
+    for (Long number = 100; number > 90; --number) {
+        rows->FindFirst(u"[Nr]="_s + QString::number(number));
+        EXPECT_FALSE(rows->NoMatch());
+        rows->Delete();
+    }
+    // Twice all rows, by the first search and for the copy; then the deletions.
+    EXPECT_LE(statements.take().size(), 100 + 100 + 2 * 10 + 1);
+    o.workspace->Rollback();
+}
+
+TEST(SearchCopy, OwnChangesAreSeen) {
+    const OpenedDatabase o(hundred());
+    o.workspace->BeginTrans();
+    const Ref<Recordset> rows = o.open(u"SELECT * FROM T ORDER BY Nr"_s, dbOpenDynaset);
+    for (int times = 0; times < 3; ++times)
+        rows->FindFirst(u"[Wert]=77");
+    EXPECT_TRUE(rows->NoMatch());
+    o.database->Execute(u"UPDATE T SET Wert = 77 WHERE Nr = 50"_s);
+    rows->FindFirst(u"[Wert]=77");
+    EXPECT_EQ(found(*rows), 50);
+    rows->FindFirst(u"[Wert]=77");
+    add(*rows, 1);
+    rows->FindFirst(u"[Wert]=77");
+    EXPECT_TRUE(rows->NoMatch());
+    rows->FindFirst(u"[Wert]=78");
+    EXPECT_EQ(found(*rows), 50);
+    o.workspace->Rollback();
+}
+
+TEST(SearchCopy, WhatADeletionTakesAlongIsSeen) {
+    const OpenedDatabase o(hundred() + "CREATE TRIGGER \"T:delete\" AFTER DELETE ON T WHEN OLD.Nr = 1 "
+                                       "BEGIN DELETE FROM T WHERE Nr = 21; END;");
+    o.workspace->BeginTrans();
+    const Ref<Recordset> rows = o.open(u"SELECT * FROM T ORDER BY Nr"_s, dbOpenDynaset);
+    for (int times = 0; times < 3; ++times)
+        rows->FindFirst(u"[Wert]=1");
+    rows->Delete();
+    rows->FindFirst(u"[Nr]=21");
+    EXPECT_TRUE(rows->NoMatch());
+    rows->FindFirst(u"[Nr]=22");
+    EXPECT_EQ(found(*rows), 22);
+    o.workspace->Rollback();
+}
+
+TEST(SearchCopy, OutsideOfATransactionOthersAreSeen) {
+    const OpenedDatabase o(hundred());
+    const Ref<Recordset> rows = o.open(u"SELECT * FROM T ORDER BY Nr"_s, dbOpenDynaset);
+    for (int times = 0; times < 3; ++times)
+        rows->FindFirst(u"[Wert]=77");
+    o.file.run("UPDATE T SET Wert = 77 WHERE Nr = 50");
+    rows->FindFirst(u"[Wert]=77");
+    EXPECT_EQ(found(*rows), 50);
+}
+
 // --- finds in whole tables ------------------------------------------------------------------------------------------
 
 TEST(FindInATable, ReadsNoRows) {
