@@ -184,10 +184,19 @@ void CategoryEditing::selectNew(const NewCategory& category, Long key) const {
     const auto isNew = [key](const Ref<Node>& node) { return node->Tag() == Variant(key); };
     if (std::ranges::any_of(hub_.ui.TV->Nodes(), isNew)) return hub_.selection->LetSelected(acbPaneCategoryTree, key);
     // The pane's filter may hide it; but where its parent went while the user filled the form nobody will ever see it.
-    if (category.parent.isNull()) return;
-    const Ref<dao::Recordset> table = openByKey(hub_.state.Backend);
-    table->Seek(u"=", category.parent);
-    if (table->NoMatch()) messageService().ShowCoded(categoryNotFound, vbCritical);
+    if (!category.parent.isNull() && isGone(category.parent.toLong()))
+        messageService().ShowCoded(categoryNotFound, vbCritical);
+}
+
+// Where that cannot be found out, whoever read the tree has said why.
+bool CategoryEditing::isGone(Long category) const {
+    bool gone = false;
+    ErrorFrame::quietly([&] {
+        const Ref<dao::Recordset> table = openByKey(hub_.state.Backend);
+        table->Seek(u"=", category);
+        gone = table->NoMatch();
+    });
+    return gone;
 }
 
 // --- rename ---------------------------------------------------------------------------------------------------------

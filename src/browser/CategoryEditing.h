@@ -40,6 +40,7 @@ private:
     void storeCategory(const NewCategory& category, Long key) const;
     void addNode(const NewCategory& category, Long key, const Node& selected) const;
     void selectNew(const NewCategory& category, Long key) const;
+    bool isGone(Long category) const;
     void rename();
     void deleteCategory(TransMark& mark);
     bool isDeletionWanted(const QString& name, Long key, Long descendants) const;

@@ -53,6 +53,9 @@ TEST(LockWait, ACommandWaitsThenReports) {
 
 TEST(LockWait, ACommandThatWaitsGoesOnWhenTheLockIsGone) {
     const QList<BrowserCommand> commands = storingCommands();
-    for (qsizetype i = 0; i < commands.size(); ++i)
+    for (qsizetype i = 0; i < commands.size(); ++i) {
+        // One that stores every row by itself lets the lock go in between, and then it would wait for the second one.
+        if (!commands[i].oneTransaction) continue;
         TwoPrograms(commands[i], commands[(i + 1) % commands.size()], journalModes[i % 2]).expectRealWait();
+    }
 }
