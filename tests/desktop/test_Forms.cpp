@@ -22,15 +22,17 @@ class FormsTest : public ::testing::Test {
 protected:
     FormsTest() {
         host_->setWindowTitle(u"Wirt"_s);
-        host_->setGeometry(150, 100, 900, 550);
+        host_->resize(900, 550);
+        host_->move(placedAt_);
         owner_ = new QWidget(host_.get());
         host_->show();
         EXPECT_TRUE(waitUntil([this] {
             host_->activateWindow();
             return host_->isActiveWindow();
         }));
-        // A form is placed over what is known of the window, and that comes a little later.
-        EXPECT_TRUE(waitUntil([this] { return host_->frameGeometry().top() < host_->geometry().top(); }));
+        // A form is placed over what is known of the window; with its frame it comes to its place a little later.
+        EXPECT_TRUE(waitUntil(
+            [this] { return host_->frameGeometry().top() < host_->geometry().top() && host_->pos() == placedAt_; }));
     }
 
     /// Shows the form; the user does this once it has the keyboard. One that is still there then is closed.
@@ -47,6 +49,7 @@ protected:
         show(form, [&] { press(keys); });
     }
 
+    const QPoint placedAt_{150, 100};
     std::unique_ptr<QWidget> host_ = std::make_unique<QWidget>();
     QWidget* owner_;
 };
