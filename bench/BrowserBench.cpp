@@ -26,11 +26,6 @@ double seconds(const std::function<void()>& call) {
     return medianSeconds(1, call);
 }
 
-double median(std::vector<double> times) {
-    std::ranges::sort(times);
-    return times.at(times.size() / 2);
-}
-
 double fillSeconds(BrowserOnPool& host) {
     std::vector<double> times;
     for (int run = 0; run < Runs; ++run) {

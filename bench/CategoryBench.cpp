@@ -9,8 +9,6 @@
 
 #include <QTemporaryDir>
 
-#include <algorithm>
-
 using namespace Qt::StringLiterals;
 
 namespace bench {
@@ -118,11 +116,6 @@ private:
     mkl::Ref<dao::Workspace> workspace_ = dao::DBEngine::CreateWorkspace();
     mkl::Ref<dao::Database> database_;
 };
-
-double median(std::vector<double> times) {
-    std::ranges::sort(times);
-    return times.at(times.size() / 2);
-}
 
 } // namespace
 

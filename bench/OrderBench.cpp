@@ -117,11 +117,6 @@ public:
     BrowserOnPool host;
 };
 
-double median(std::vector<double> times) {
-    std::ranges::sort(times);
-    return times.at(times.size() / 2);
-}
-
 /// Ours and the baseline in turns.
 Result inTurns(const std::function<void()>& ours, const std::function<void()>& raw) {
     std::vector<double> ourTimes, rawTimes;

@@ -25,6 +25,8 @@ struct Row {
     std::function<Result()> measure;
 };
 
+/// The middle one; of an even number the greater of both.
+double median(std::vector<double> times);
 /// The middle one of the times in seconds that the call takes.
 double medianSeconds(int runs, const std::function<void()>& call);
 

@@ -10,6 +10,11 @@ using namespace Qt::StringLiterals;
 
 namespace bench {
 
+double median(std::vector<double> times) {
+    std::ranges::sort(times);
+    return times.at(times.size() / 2);
+}
+
 double medianSeconds(int runs, const std::function<void()>& call) {
     std::vector<double> times;
     for (int run = 0; run < runs; ++run) {
@@ -18,8 +23,7 @@ double medianSeconds(int runs, const std::function<void()>& call) {
         call();
         times.push_back(double(timer.nsecsElapsed()) / 1e9);
     }
-    std::ranges::sort(times);
-    return times.at(times.size() / 2);
+    return median(std::move(times));
 }
 
 namespace {
