@@ -16,6 +16,7 @@
 #include "browser/KeyCommands.h"
 #include "browser/PaneLayout.h"
 #include "browser/PaneStatus.h"
+#include "browser/PoolFilters.h"
 #include "browser/Population.h"
 #include "browser/ProgressDisplay.h"
 #include "browser/RowRefresh.h"
@@ -66,6 +67,7 @@ public:
     const std::unique_ptr<KeyCommands> keyCommands;
     const std::unique_ptr<PaneLayout> paneLayout;
     const std::unique_ptr<PaneStatus> paneStatus;
+    const std::unique_ptr<PoolFilters> poolFilters;
     const std::unique_ptr<Population> population;
     const std::unique_ptr<ProgressDisplay> progressDisplay;
     const std::unique_ptr<RowRefresh> rowRefresh;

@@ -99,10 +99,7 @@ bool ArticlePanes::fillPool(bool showStatus) {
     const ArticleRow row(rows, hub_.state.ArticleNumberPattern);
     for (; !rows->Eof(); rows->MoveNext()) {
         hub_.ui.PB->setValue(rows->AbsolutePosition() + 1);
-        const Variant key = row.articleKey();
-        const Ref<ListItem> item = items.Add({}, rowKey(key), row.number());
-        item->setTag(key);
-        row.showInPool(*item);
+        addPoolRow(row);
     }
     // 6.
     sortByFirstColumn(*hub_.ui.LVArt);
@@ -113,6 +110,13 @@ bool ArticlePanes::fillPool(bool showStatus) {
     first->EnsureVisible();
     hub_.selection->PoolItemClick(*first);
     return true;
+}
+
+void ArticlePanes::addPoolRow(const ArticleRow& row) {
+    const Variant key = row.articleKey();
+    const Ref<ListItem> item = hub_.ui.LVArt->ListItems().Add({}, rowKey(key), row.number());
+    item->setTag(key);
+    row.showInPool(*item);
 }
 
 // 8.

@@ -6,6 +6,7 @@
 namespace mkl {
 
 class ArtCatBrowserPrivate;
+class ArticleRow;
 class ListView;
 class PaneFocus;
 
@@ -21,6 +22,8 @@ public:
     void readList(Long CategoryKey);
     /// Reads the pool and selects its first row. True if there were rows; false after a failure too.
     bool PopulateLVArt(bool ShowStatus);
+    /// Adds the current row of the articles to the pool.
+    void addPoolRow(const ArticleRow& row);
     /// Empties the list.
     void ClearArticleList();
 
