@@ -4,6 +4,8 @@
 #include "controls/ImageList.h"
 #include "controls/SvgIcon.h"
 
+#include <QGuiApplication>
+
 #include <array>
 
 // Outside of any namespace, as the macro wants it: a static library's resources are linked in only when asked for.
@@ -59,6 +61,13 @@ ImageList* catalogueImages(QObject* parent) {
         images->ListImages().Add(QString::fromUtf16(picture.key), load(file), description);
     }
     return images;
+}
+
+QPixmap dragPicture(DragPicture picture) {
+    constexpr std::array files{u"drag-article-move", u"drag-article-copy", u"drag-folder-move", u"drag-folder-copy",
+                               u"drag-none"};
+    constexpr QSize size(32, 32);
+    return load(files.at(static_cast<size_t>(picture))).pixmap(size, qApp->devicePixelRatio());
 }
 
 QIcon applicationIcon() {

@@ -11,6 +11,9 @@ class ClickDetector {
 public:
     void press(const QMouseEvent& event) { pressed_ = event.button() == Qt::LeftButton; }
 
+    /// The press became something else.
+    void forget() { pressed_ = false; }
+
     /// Whether this release over the widget ends a click.
     bool release(const QMouseEvent& event, const QWidget& widget) {
         if (event.button() != Qt::LeftButton) return false;

@@ -1,5 +1,6 @@
 #include "controls/ItemView.h"
 
+#include "controls/DragSession.h"
 #include "controls/ItemModel.h"
 #include "controls/MouseArguments.h"
 #include "controls/RowDelegate.h"
@@ -23,7 +24,9 @@ ItemView::ItemView(QWidget* parent)
     connect(this, &QAbstractItemView::pressed, this, &ItemView::itemChosen);
 }
 
-ItemView::~ItemView() = default;
+ItemView::~ItemView() {
+    if (DragSession* const drag = DragSession::of(*this)) drag->abandon();
+}
 
 void ItemView::setItems(ItemModel& model) {
     items_ = &model;
@@ -97,6 +100,23 @@ void ItemView::setMouseIcon(const QPixmap& picture) {
         viewport()->unsetCursor();
     else
         viewport()->setCursor(QCursor(picture));
+}
+
+void ItemView::setDragIcon(const QPixmap& picture) {
+    dragIcon_ = picture;
+    if (DragSession* const drag = DragSession::of(*this)) drag->updateIcon();
+}
+
+void ItemView::Drag(DragActions Action) {
+    DragSession* const drag = DragSession::of(*this);
+    if (Action == vbBeginDrag && !drag) DragSession::begin(*this);
+    if (Action == vbEndDrag && drag) drag->drop();
+    if (Action == vbCancelDrag && drag) drag->cancel();
+}
+
+void ItemView::forgetPress() {
+    clicks_.forget();
+    setState(NoState);
 }
 
 QModelIndex ItemView::indexAtTwips(Single x, Single y) const {

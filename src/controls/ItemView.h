@@ -14,7 +14,15 @@ namespace mkl {
 class ImageList;
 class ItemModel;
 
-/// What TreeView and ListView have in common: mouse, keyboard and focus events, and the pointer's picture.
+/// Where the pictures of drags point, in pixels.
+inline constexpr QPoint dragHotSpot{1, 1};
+
+/// What Drag is to do.
+enum DragActions : Integer { vbCancelDrag = 0, vbBeginDrag = 1, vbEndDrag = 2 };
+/// What the pointer does to a view during a drag.
+enum DragOverStates : Integer { vbEnter = 0, vbLeave = 1, vbOver = 2 };
+
+/// What TreeView and ListView have in common: mouse, keyboard and focus events, the pointer's picture, and drags.
 /// Points count from the upper left corner inside the frame, heads of columns included.
 /// By-reference arguments pass through all handlers in turn (direct connections only).
 class ItemView : public QTreeView {
@@ -27,6 +35,16 @@ public:
     /// The picture of the mouse pointer over the control; an empty one gives the usual pointer.
     QPixmap MouseIcon() const { return mouseIcon_; }
     void setMouseIcon(const QPixmap& picture);
+
+    /// The picture of the pointer during a drag from this control, with its hot spot at dragHotSpot; a change shows at
+    /// once. An empty one gives the arrow.
+    QPixmap DragIcon() const { return dragIcon_; }
+    void setDragIcon(const QPixmap& picture);
+    /// Begins a drag from this control while the left button is held, cancels it, or drops at the place of the pointer.
+    /// Targets are the views of the same control, this one included.
+    void Drag(DragActions Action);
+    /// The press of the mouse has become something else: its release does nothing.
+    virtual void forgetPress();
 
     /// What typed letters are compared with, if not the item's Text.
     using NameOf = std::function<QString(const Item&)>;
@@ -51,6 +69,13 @@ public:
 Q_SIGNALS:
     void Click();
     void DblClick();
+    /// The pointer of a drag came over this control, moved there (or the rows moved below it), or left. State: one of
+    /// DragOverStates. X, Y as in MouseDown.
+    void DragOver(mkl::ItemView* Source, mkl::Single X, mkl::Single Y, mkl::Integer State);
+    /// The button was released over this control; the mouse is free again.
+    void DragDrop(mkl::ItemView* Source, mkl::Single X, mkl::Single Y);
+    /// A drag from this control ended without a DragDrop, or could not begin.
+    void DragCancelled();
     void GotFocus();
     /// The Menu key or Shift+F10. X, Y: where the menu of the item with the focus belongs, in twips.
     void MenuKey(mkl::Single X, mkl::Single Y);
@@ -105,6 +130,7 @@ protected:
     bool viewportEvent(QEvent* event) override;
 
 private:
+    friend class DragSession;
     using MouseSignal = void (ItemView::*)(Integer&, Integer&, Single&, Single&);
     QPoint rowsOrigin() const;
     void raise(MouseSignal signal, const QMouseEvent& event, Qt::MouseButtons buttons);
@@ -122,6 +148,7 @@ private:
     Ref<Item> topTarget_;    // to be scrolled to when the control shows again: first this one to the top,
     Ref<Item> scrollTarget_; // then that one into view
     QPixmap mouseIcon_;
+    QPixmap dragIcon_;
     NameOf nameOf_;
     TypeAhead typeAhead_;
     QString emptyText_;

@@ -124,6 +124,11 @@ void ListView::sort() {
     restore();
 }
 
+void ListView::forgetPress() {
+    ItemView::forgetPress();
+    selection_.forgetPress();
+}
+
 void ListView::itemChosen(const QModelIndex& index) {
     const Ref<ListItem> item = model_.itemOf(index);
     Q_EMIT ItemClick(item.get());

@@ -56,8 +56,7 @@ public:
 
     /// Selects all rows if several can be selected.
     void selectAll() override;
-    /// The press of the mouse has become a drag: its release does not select.
-    void forgetPress() { selection_.forgetPress(); }
+    void forgetPress() override;
 
     /// Gives the bytes by whose order texts sort; without it they sort by their folded case alone. Texts of digits
     /// must be in order as they are without it.
