@@ -21,7 +21,9 @@ ArtCatBrowserPrivate::ArtCatBrowserPrivate(ArtCatBrowser& control)
     , articlePanes(std::make_unique<ArticlePanes>(*this))
     , categoryEditing(std::make_unique<CategoryEditing>(*this))
     , categoryOrder(std::make_unique<CategoryOrder>(*this))
+    , categoryTransfer(std::make_unique<CategoryTransfer>(*this))
     , categoryTree(std::make_unique<CategoryTree>(*this))
+    , dragDrop(std::make_unique<DragDrop>(*this))
     , dropActions(std::make_unique<DropActions>(*this))
     , editKeys(std::make_unique<EditKeys>(*this))
     , helpSettings(std::make_unique<HelpSettings>(*this))
@@ -45,11 +47,20 @@ ArtCatBrowserPrivate::~ArtCatBrowserPrivate() = default;
 void ArtCatBrowserPrivate::Terminate() {
     state.closed = true;
     if (screen().MousePointer() == vbSizeWE) screen().setMousePointer(vbDefault); // in the middle of a drawn splitter
-    ErrorFrame::quietly([&] { ui.TV->setSelectedItem({}); },                      //
+    state.drag = {};
+    ErrorFrame::quietly([&] { ui.TV->setSelectedItem({}); },                                          //
                         [&] { ui.TV->setDropHighlight({}); }, [&] { ui.LV->setSelectedItem({}); },    //
                         [&] { ui.LV->setDropHighlight({}); }, [&] { ui.LVArt->setSelectedItem({}); }, //
-                        [&] { ui.LVArt->setDropHighlight({}); }, [&] { ui.LVArt->setMouseIcon({}); }, //
-                        [&] { ui.TV->setMouseIcon({}); }, [&] { ui.LV->setMouseIcon({}); });
+                        [&] { ui.LVArt->setDropHighlight({}); });
+    ui.DragTimer->setEnabled(false);
+    for (ItemView* pane : std::initializer_list<ItemView*>{ui.LVArt, ui.TV, ui.LV}) {
+        pane->Drag(vbCancelDrag);
+        pane->setDragIcon({});
+        pane->setMouseIcon({});
+    }
+    for (Image* picture :
+         {ui.ImageDragArticle, ui.ImageCopyArticle, ui.ImageDragFolder, ui.ImageCopyFolder, ui.ImageNoDrop})
+        picture->setPicture({});
     population->CloseArtKatTable();
     state.Backend.reset();
     state.Workspace.reset();

@@ -8,7 +8,9 @@
 #include "browser/BrowserUi.h"
 #include "browser/CategoryEditing.h"
 #include "browser/CategoryOrder.h"
+#include "browser/CategoryTransfer.h"
 #include "browser/CategoryTree.h"
+#include "browser/DragDrop.h"
 #include "browser/DropActions.h"
 #include "browser/EditKeys.h"
 #include "browser/HelpSettings.h"
@@ -59,7 +61,9 @@ public:
     const std::unique_ptr<ArticlePanes> articlePanes;
     const std::unique_ptr<CategoryEditing> categoryEditing;
     const std::unique_ptr<CategoryOrder> categoryOrder;
+    const std::unique_ptr<CategoryTransfer> categoryTransfer;
     const std::unique_ptr<CategoryTree> categoryTree;
+    const std::unique_ptr<DragDrop> dragDrop;
     const std::unique_ptr<DropActions> dropActions;
     const std::unique_ptr<EditKeys> editKeys;
     const std::unique_ptr<HelpSettings> helpSettings;
@@ -76,6 +80,7 @@ public:
 private:
     void connectEvents();
     void connectPane(ItemView& view, acbPanes pane);
+    void connectDrag(ItemView& view, acbPanes pane);
 };
 
 } // namespace mkl

@@ -2,6 +2,7 @@
 // What an instance of the browser knows. Everything else stands in its panes.
 #include "base/Ref.h"
 #include "browser/ArtCatBrowserEnums.h"
+#include "browser/DragState.h"
 #include "browser/PaneFocus.h"
 #include "browser/SenderFilter.h"
 #include "core/SessionHelper.h"
@@ -51,6 +52,7 @@ struct BrowserState {
     bool editKeys = false;
     Long listCategory = 0; ///< whose articles the list pane shows
 
+    DragState drag;
     PaneFocus focus; ///< of the panes that a display of a read has hidden
 
     Long treeReads = 0;  ///< how many reads of the tree have begun: a read that is no longer the last one gives up

@@ -25,6 +25,14 @@ Control* constituent(UserControl& face, const QString& name, TextId accessibleNa
     return control;
 }
 
+Image* hiddenPicture(UserControl& face, const QString& name, DragPicture picture) {
+    auto* const image = new Image(&face);
+    image->setObjectName(name);
+    image->setPicture(dragPicture(picture));
+    image->hide();
+    return image;
+}
+
 void addColumn(ListView& list, const UserControl& face, TextId caption, Single room = 0) {
     const QString header = text(caption);
     list.ColumnHeaders().Add(header, face.TextWidth(header) + room);
@@ -41,7 +49,14 @@ BrowserUi::BrowserUi(UserControl& face)
     , LV(constituent<ListView>(face, u"LV"_s, TextId::BrowserNameList))
     , SB(constituent<StatusBar>(face, u"SB"_s, TextId::BrowserNameStatusBar))
     , PB(constituent<ProgressBar>(face, u"PB"_s, TextId::BrowserNameProgress))
-    , lblStatus(constituent<QLabel>(face, u"lblStatus"_s, TextId::BrowserNameProgressText)) {
+    , lblStatus(constituent<QLabel>(face, u"lblStatus"_s, TextId::BrowserNameProgressText))
+    , DragTimer(new IntervalTimer(&face))
+    , ImageDragArticle(hiddenPicture(face, u"ImageDragArticle"_s, DragPicture::MoveArticle))
+    , ImageCopyArticle(hiddenPicture(face, u"ImageCopyArticle"_s, DragPicture::CopyArticle))
+    , ImageDragFolder(hiddenPicture(face, u"ImageDragFolder"_s, DragPicture::MoveFolder))
+    , ImageCopyFolder(hiddenPicture(face, u"ImageCopyFolder"_s, DragPicture::CopyFolder))
+    , ImageNoDrop(hiddenPicture(face, u"ImageNoDrop"_s, DragPicture::NoDrop)) {
+    DragTimer->setObjectName(u"DragTimer"_s);
     setHeight(*lblStatus, face.TextHeight(u"Tg"_s));
     lblStatus->lower(); // it shows where the panes are hidden
     lblStatus->setVisible(false);

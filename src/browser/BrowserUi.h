@@ -1,6 +1,8 @@
 #pragma once
 #include "browser/MenuTable.h"
+#include "controls/Image.h"
 #include "controls/ImageList.h"
+#include "controls/IntervalTimer.h"
 #include "controls/ListView.h"
 #include "controls/PictureBox.h"
 #include "controls/ProgressBar.h"
@@ -29,8 +31,14 @@ struct BrowserUi {
     ListView* const LV; ///< articles of the selected category
     StatusBar* const SB;
     ProgressBar* const PB;
-    QLabel* const lblStatus; ///< over the progress bar
-    MenuTable menus;         ///< KTV, KLV, KLVArt and KClose
+    QLabel* const lblStatus;        ///< over the progress bar
+    IntervalTimer* const DragTimer; ///< between the press and the drag
+    Image* const ImageDragArticle;  ///< what the pointer shows during a drag
+    Image* const ImageCopyArticle;
+    Image* const ImageDragFolder;
+    Image* const ImageCopyFolder;
+    Image* const ImageNoDrop;
+    MenuTable menus; ///< KTV, KLV, KLVArt and KClose
 
 private:
     void addColumns(const UserControl& face);

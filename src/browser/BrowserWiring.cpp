@@ -39,7 +39,9 @@ void ArtCatBrowserPrivate::connectEvents() {
     };
     onSplitter(ui.picSplitter, &PaneLayout::drawSplitter);
     onSplitter(ui.picSplitterArt, &PaneLayout::drawSplitterArt);
-    on(ui.TV, &TreeView::NodeClick, u"TV_NodeClick"_s, [this](Node& node) { selection->NodeClick(node); });
+    on(ui.TV, &TreeView::NodeClick, u"TV_NodeClick"_s, [this](Node& node) {
+        if (!dragDrop->takeClick(node)) selection->NodeClick(node);
+    });
     on(ui.TV, &TreeView::Expand, u"TV_Expand"_s, [this](Node& node) { categoryTree->Expand(node); });
     on(ui.TV, &TreeView::Collapse, u"TV_Collapse"_s, [this](Node& node) { categoryTree->Collapse(node); });
     on(ui.TV, &TreeView::GotFocus, u"TV_GotFocus"_s, [this] { selection->CollapsePoolSelection(); });
@@ -52,6 +54,10 @@ void ArtCatBrowserPrivate::connectEvents() {
     on(ui.LVArt, &ListView::SelectionChanged, u"LVArt_SelectionChanged"_s, [this] { paneStatus->ShowPoolStatus(-1); });
     on(ui.LVArt, &ListView::ColumnClick, u"LVArt_ColumnClick"_s,
        [this](ColumnHeader& column) { articlePanes->sortBy(*ui.LVArt, column.Index()); });
+    QObject::connect(ui.DragTimer, &IntervalTimer::Timer, &face, [this] {
+        const auto hub = shared_from_this();
+        errorFrame.boundary(u"DragTimer_Timer"_s, [this] { dragDrop->DragTimer_Timer(); });
+    });
     QObject::connect(ui.SB, &StatusBar::Click, &face, &ArtCatBrowser::Click);
     QObject::connect(ui.SB, &StatusBar::DblClick, &face, &ArtCatBrowser::DblClick);
     QObject::connect(ui.SB, &StatusBar::PanelClick, &face, &ArtCatBrowser::Click);
@@ -69,20 +75,40 @@ void ArtCatBrowserPrivate::connectPane(ItemView& view, acbPanes pane) {
                      [passOn] { passOn(&ArtCatBrowser::Click, &ArtCatBrowser::PaneClick); });
     QObject::connect(&view, &ItemView::DblClick, &face,
                      [passOn] { passOn(&ArtCatBrowser::DblClick, &ArtCatBrowser::PaneDblClick); });
-    const auto passMouseOn = [&](auto own, auto ofTheFace) {
+    // The host hears of the mouse first, and may change the arguments.
+    const auto onMouse = [&](auto own, auto ofTheFace, auto call) {
         QObject::connect(&view, own, &face,
-                         [this, &view, ofTheFace](Integer& Button, Integer& Shift, Single& X, Single& Y) {
+                         [this, &view, ofTheFace, call](Integer& Button, Integer& Shift, Single& X, Single& Y) {
+                             const auto hub = shared_from_this();
                              const Single left = Left(view), top = Top(view);
                              X += left;
                              Y += top;
                              Q_EMIT(face.*ofTheFace)(Button, Shift, X, Y);
                              X -= left;
                              Y -= top;
+                             if (!state.closed) call(Button, Shift, X, Y);
                          });
     };
-    passMouseOn(&ItemView::MouseDown, &ArtCatBrowser::MouseDown);
-    passMouseOn(&ItemView::MouseMove, &ArtCatBrowser::MouseMove);
-    passMouseOn(&ItemView::MouseUp, &ArtCatBrowser::MouseUp);
+    onMouse(&ItemView::MouseDown, &ArtCatBrowser::MouseDown,
+            [this, pane](Integer Button, Integer Shift, Single X, Single Y) {
+                errorFrame.boundary(u"MouseDown"_s, [&] { dragDrop->MouseDown(pane, Button, Shift, X, Y); });
+            });
+    onMouse(&ItemView::MouseMove, &ArtCatBrowser::MouseMove, [](Integer, Integer, Single, Single) {});
+    onMouse(&ItemView::MouseUp, &ArtCatBrowser::MouseUp,
+            [this](Integer, Integer, Single, Single) { dragDrop->DragEnd(); });
+    connectDrag(view, pane);
+}
+
+void ArtCatBrowserPrivate::connectDrag(ItemView& view, acbPanes pane) {
+    QObject::connect(&view, &ItemView::DragOver, &face,
+                     [this, pane](ItemView* Source, Single X, Single Y, Integer State) {
+                         errorFrame.boundary(u"DragOver"_s, [&] { dragDrop->DragOver(pane, *Source, X, Y, State); });
+                     });
+    QObject::connect(&view, &ItemView::DragDrop, &face, [this, pane] {
+        const auto hub = shared_from_this();
+        errorFrame.boundary(u"DragDrop"_s, [&] { dropActions->DropOn(pane); });
+    });
+    QObject::connect(&view, &ItemView::DragCancelled, &face, [this] { dragDrop->DragEnd(); });
 }
 
 } // namespace mkl

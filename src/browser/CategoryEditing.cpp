@@ -4,6 +4,7 @@
 #include "base/Texts.h"
 #include "browser/ArtCatBrowser.h"
 #include "browser/ArtCatBrowserPrivate.h"
+#include "browser/CategoryRows.h"
 #include "browser/FolderImages.h"
 #include "browser/NodeText.h"
 #include "browser/SenderFilter.h"
@@ -35,14 +36,7 @@ constexpr Long categoryNotFound = 1072;
 
 constexpr Long question = vbYesNo | vbQuestion;
 
-const QString categoryTable = u"ARTIKEL/KATEGORIEN"_s;
 const QString categoryKey = u"Kategorie-Schlüssel"_s;
-
-Ref<dao::Recordset> openByKey(const Ref<dao::Database>& backend) {
-    const Ref<dao::Recordset> table = backend->OpenRecordset(categoryTable, dao::dbOpenTable);
-    table->setIndex(u"PrimaryKey"_s);
-    return table;
-}
 
 } // namespace
 
@@ -191,11 +185,7 @@ void CategoryEditing::selectNew(const NewCategory& category, Long key) const {
 // Where that cannot be found out, whoever read the tree has said why.
 bool CategoryEditing::isGone(Long category) const {
     bool gone = false;
-    ErrorFrame::quietly([&] {
-        const Ref<dao::Recordset> table = openByKey(hub_.state.Backend);
-        table->Seek(u"=", category);
-        gone = table->NoMatch();
-    });
+    ErrorFrame::quietly([&] { gone = !categoryExists(hub_.state.Backend, category); });
     return gone;
 }
 
@@ -219,7 +209,7 @@ void CategoryEditing::rename() {
             .value_or(QString());
     if (answer.isEmpty() || hub_.state.closed) return;
     // 4.
-    const Ref<dao::Recordset> table = openByKey(hub_.state.Backend);
+    const Ref<dao::Recordset> table = openCategories(hub_.state.Backend);
     table->Seek(u"=", category);
     if (table->NoMatch()) {
         messageService().ShowCoded(categoryNotFound, vbCritical);
@@ -288,7 +278,7 @@ Long CategoryEditing::articlesOf(Long category) const {
 }
 
 bool CategoryEditing::deleteRows(Long category, const std::vector<Ref<Node>>& descendants) const {
-    const Ref<dao::Recordset> table = openByKey(hub_.state.Backend);
+    const Ref<dao::Recordset> table = openCategories(hub_.state.Backend);
     const auto deleteRow = [&](Long key) {
         table->Seek(u"=", key);
         if (!table->NoMatch()) {
@@ -333,7 +323,7 @@ void CategoryEditing::activate() {
     }
     nodes.push_back(node);
     // 4.
-    const Ref<dao::Recordset> table = openByKey(hub_.state.Backend);
+    const Ref<dao::Recordset> table = openCategories(hub_.state.Backend);
     for (const Ref<Node>& each : nodes) {
         TVActivate_Item(*table, each->Tag().toLong(), active);
         if (hub_.state.closed) return; // while the user read of a failure

@@ -3,6 +3,7 @@
 #include "base/Clock.h"
 #include "base/Texts.h"
 #include "browser/ArtCatBrowserPrivate.h"
+#include "browser/CategoryRows.h"
 #include "browser/NodeText.h"
 #include "browser/TreeNodes.h"
 #include "controls/Asker.h"
@@ -15,8 +16,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr Long sortQuestion = 1037;
-
-const QString categoryTable = u"ARTIKEL/KATEGORIEN"_s;
 
 Variant now() {
     return Variant::date(clock().now());
@@ -62,8 +61,7 @@ bool CategoryOrder::writeLevel(const Node& node, bool skipNode) const {
     Ref<Node> each = node.FirstSibling();
     if (!each) return false;
     // 2.
-    const Ref<dao::Recordset> table = hub_.state.Backend->OpenRecordset(categoryTable, dao::dbOpenTable);
-    table->setIndex(u"PrimaryKey"_s);
+    const Ref<dao::Recordset> table = openCategories(hub_.state.Backend);
     // 3.
     for (Long counter = 1; each; each = each->Next()) {
         if (skipNode && each.get() == &node) continue;
@@ -155,8 +153,7 @@ bool CategoryOrder::SwapCategories(const Node& Node1, const Node& Node2) {
 
 void CategoryOrder::EditParent(Long CatID, const Variant& NewParent) {
     hub_.errorFrame.reader(u"EditParent"_s, [&] {
-        const Ref<dao::Recordset> table = hub_.state.Backend->OpenRecordset(categoryTable, dao::dbOpenTable);
-        table->setIndex(u"PrimaryKey"_s);
+        const Ref<dao::Recordset> table = openCategories(hub_.state.Backend);
         table->Seek(u"=", CatID);
         if (table->NoMatch()) return;
         table->Edit();

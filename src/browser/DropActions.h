@@ -3,6 +3,7 @@
 
 namespace mkl {
 
+class ListItem;
 class Node;
 
 /// What a drop does once it is clear what was dropped where. Keys that do the same end here too.
@@ -10,6 +11,9 @@ class DropActions {
 public:
     explicit DropActions(ArtCatBrowserPrivate& hub)
         : hub_(hub) {}
+
+    /// A drop on the pane; none of them throws. The control may be gone afterwards.
+    void DropOn(acbPanes pane);
 
     /// Fills Items with the selected articles of the pane that the category does not hold yet, and gives their number.
     /// Those that it holds lose their selection and are told; 0 if nothing is left or the user does not go on.
@@ -26,7 +30,18 @@ private:
     Long checkOne(Long category, ArticleAssignment::ItemList& items) const;
     Long checkSeveral(Long category, ArticleAssignment::ItemList& items, acbPanes pane) const;
     Long deselectPresent(Long category, const ArticleAssignment::ItemList& items, acbPanes pane) const;
+    void dropOnList();
+    bool isCategorySelected() const;
+    void addAtFirstRow() const;
+    void moveOrSwap(Long category);
+    void dropOnTree();
+    void addFromPoolTo(Node& target);
+    void takeArticlesTo(Node& source, Node& target);
+    void takeCategoryTo(Node& source, Node& target);
+    void showCopy(Long newCategory, const QString& keyToExpand) const;
     void showAdded(Node& node, Long article);
+    void addToSelected(Long position, Long article);
+    bool isStillThere(Long category, TransMark& mark) const;
 
     ArtCatBrowserPrivate& hub_;
 };

@@ -114,6 +114,7 @@ protected:
     void forget(const std::function<bool(const Item&)>& goes);
     /// The index at a point of the control.
     QModelIndex indexAtTwips(Single x, Single y) const;
+    QPoint rowsOrigin() const; ///< of the area of the rows, in pixels of the control
 
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
@@ -132,7 +133,6 @@ protected:
 private:
     friend class DragSession;
     using MouseSignal = void (ItemView::*)(Integer&, Integer&, Single&, Single&);
-    QPoint rowsOrigin() const;
     void raise(MouseSignal signal, const QMouseEvent& event, Qt::MouseButtons buttons);
     void wake();
     void scrollToTargets();

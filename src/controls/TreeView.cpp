@@ -1,5 +1,7 @@
 #include "controls/TreeView.h"
 
+#include "controls/Twips.h"
+
 #include <QHeaderView>
 #include <QScopedValueRollback>
 
@@ -40,6 +42,14 @@ void TreeView::setDropHighlight(const Ref<Node>& node) {
 
 Ref<Node> TreeView::HitTest(Single x, Single y) const {
     return model_.nodeOf(indexAtTwips(x, y));
+}
+
+bool TreeView::isOnExpander(Single x, Single y) const {
+    const QModelIndex index = indexAtTwips(x, y);
+    const Ref<Node> node = model_.nodeOf(index);
+    if (!node || node->Children() == 0) return false;
+    const int right = visualRect(index).left() + rowsOrigin().x();
+    return pixelsX(x) < right && pixelsX(x) >= right - indentation();
 }
 
 void TreeView::itemChosen(const QModelIndex& index) {

@@ -27,6 +27,8 @@ public:
 
     /// The node whose row is at that point, or none.
     Ref<Node> HitTest(Single x, Single y) const;
+    /// Whether the sign that expands or collapses a node is at that point.
+    bool isOnExpander(Single x, Single y) const;
 
     /// The pictures of the nodes; not owned.
     void setImageList(const ImageList* images) { setPictures(images); }
