@@ -2,6 +2,7 @@
 // The hub of the browser: it owns the state, the constituent controls and the rooms, which know each other through it.
 #include "browser/ArticleActivation.h"
 #include "browser/ArticleAssignment.h"
+#include "browser/ArticleFind.h"
 #include "browser/ArticleOrder.h"
 #include "browser/ArticlePanes.h"
 #include "browser/BrowserState.h"
@@ -10,12 +11,14 @@
 #include "browser/CategoryOrder.h"
 #include "browser/CategoryTransfer.h"
 #include "browser/CategoryTree.h"
+#include "browser/ContextMenus.h"
 #include "browser/DragDrop.h"
 #include "browser/DropActions.h"
 #include "browser/EditKeys.h"
 #include "browser/HelpSettings.h"
 #include "browser/KeyAllocation.h"
 #include "browser/KeyCommands.h"
+#include "browser/MenuCommands.h"
 #include "browser/PaneLayout.h"
 #include "browser/PaneStatus.h"
 #include "browser/PoolFilters.h"
@@ -57,18 +60,21 @@ public:
 
     const std::unique_ptr<ArticleActivation> articleActivation;
     const std::unique_ptr<ArticleAssignment> articleAssignment;
+    const std::unique_ptr<ArticleFind> articleFind;
     const std::unique_ptr<ArticleOrder> articleOrder;
     const std::unique_ptr<ArticlePanes> articlePanes;
     const std::unique_ptr<CategoryEditing> categoryEditing;
     const std::unique_ptr<CategoryOrder> categoryOrder;
     const std::unique_ptr<CategoryTransfer> categoryTransfer;
     const std::unique_ptr<CategoryTree> categoryTree;
+    const std::unique_ptr<ContextMenus> contextMenus;
     const std::unique_ptr<DragDrop> dragDrop;
     const std::unique_ptr<DropActions> dropActions;
     const std::unique_ptr<EditKeys> editKeys;
     const std::unique_ptr<HelpSettings> helpSettings;
     const std::unique_ptr<KeyAllocation> keyAllocation;
     const std::unique_ptr<KeyCommands> keyCommands;
+    const std::unique_ptr<MenuCommands> menuCommands;
     const std::unique_ptr<PaneLayout> paneLayout;
     const std::unique_ptr<PaneStatus> paneStatus;
     const std::unique_ptr<PoolFilters> poolFilters;
@@ -81,6 +87,7 @@ private:
     void connectEvents();
     void connectPane(ItemView& view, acbPanes pane);
     void connectDrag(ItemView& view, acbPanes pane);
+    void connectMenu(ItemView& view, acbPanes pane);
 };
 
 } // namespace mkl

@@ -1,6 +1,7 @@
 #include "browser/ArticleActivation.h"
 
 #include "browser/ArtCatBrowserPrivate.h"
+#include "browser/ArticleRow.h"
 
 namespace mkl {
 
@@ -32,6 +33,39 @@ void ArticleActivation::activate(Long articleKey, acbPanes pane, bool active) {
     articles->setValue(u"Aktiv", active);
     articles->Update();
     hub_.rowRefresh->RefreshItem(articleKey, pane);
+}
+
+void ArticleActivation::kLV_Activate() {
+    hub_.errorFrame.reader(u"Activate"_s, [this] {
+        const bool active = offersActive(hub_.ui.menus.Item(u"kLV_Activate"));
+        const Ref<ListItem> item = hub_.ui.LV->SelectedItem();
+        const Long article = item ? articleOfListRow(*item) : 0;
+        if (article > 0) LVActivate(article, acbPaneArticleList, active);
+    });
+}
+
+void ArticleActivation::KLVArt_Activate() {
+    hub_.errorFrame.reader(u"Activate"_s, [this] {
+        const bool active = offersActive(hub_.ui.menus.Item(u"KLVArt_Activate"));
+        const Ref<ListItem> item = hub_.ui.LVArt->SelectedItem();
+        if (item) LVActivate(item->Tag().toLong(), acbPaneArticlePool, active);
+    });
+}
+
+void ArticleActivation::kLV_ActivateAll() {
+    hub_.errorFrame.reader(u"ActivateAll"_s, [this] { activateSelected(true); });
+}
+
+void ArticleActivation::kLV_DeActivateAll() {
+    hub_.errorFrame.reader(u"DeActivateAll"_s, [this] { activateSelected(false); });
+}
+
+void ArticleActivation::activateSelected(bool active) {
+    for (const Ref<ListItem>& row : hub_.ui.LV->SelectedItems()) {
+        const Long article = articleOfListRow(*row);
+        if (article > 0) LVActivate(article, acbPaneArticleList, active);
+        if (hub_.state.closed) return; // while the user read of a failure
+    }
 }
 
 } // namespace mkl

@@ -10,7 +10,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 constexpr Integer leftButton = 1;
-}
+constexpr Integer rightButton = 2;
+} // namespace
 
 void ArtCatBrowserPrivate::connectEvents() {
     // The hub stays for the duration of the call even if a handler of the host closes the control.
@@ -58,6 +59,9 @@ void ArtCatBrowserPrivate::connectEvents() {
         const auto hub = shared_from_this();
         errorFrame.boundary(u"DragTimer_Timer"_s, [this] { dragDrop->DragTimer_Timer(); });
     });
+    connectMenu(*ui.LVArt, acbPaneArticlePool);
+    connectMenu(*ui.TV, acbPaneCategoryTree);
+    connectMenu(*ui.LV, acbPaneArticleList);
     QObject::connect(ui.SB, &StatusBar::Click, &face, &ArtCatBrowser::Click);
     QObject::connect(ui.SB, &StatusBar::DblClick, &face, &ArtCatBrowser::DblClick);
     QObject::connect(ui.SB, &StatusBar::PanelClick, &face, &ArtCatBrowser::Click);
@@ -109,6 +113,18 @@ void ArtCatBrowserPrivate::connectDrag(ItemView& view, acbPanes pane) {
         errorFrame.boundary(u"DragDrop"_s, [&] { dropActions->DropOn(pane); });
     });
     QObject::connect(&view, &ItemView::DragCancelled, &face, [this] { dragDrop->DragEnd(); });
+}
+
+// Behind all other handlers of the release.
+void ArtCatBrowserPrivate::connectMenu(ItemView& view, acbPanes pane) {
+    const auto show = [this, pane](const QString& procName, Single x, Single y) {
+        const auto hub = shared_from_this();
+        errorFrame.boundary(procName, [&] { contextMenus->showMenuOf(pane, x, y); });
+    };
+    QObject::connect(&view, &ItemView::MouseUp, &face, [show](Integer& Button, Integer&, Single& X, Single& Y) {
+        if (Button == rightButton) show(u"MouseUp"_s, X, Y);
+    });
+    QObject::connect(&view, &ItemView::MenuKey, &face, [show](Single X, Single Y) { show(u"MenuKey"_s, X, Y); });
 }
 
 } // namespace mkl

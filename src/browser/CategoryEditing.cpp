@@ -313,7 +313,7 @@ void CategoryEditing::activate() {
     // 1.
     const Ref<Node> node = hub_.ui.TV->SelectedItem();
     if (!node) return;
-    const bool active = hub_.ui.menus.Item(u"kTV_Activate").Caption() == text(TextId::BrowserMenuActivate);
+    const bool active = offersActive(hub_.ui.menus.Item(u"kTV_Activate"));
     // 2., 3.
     std::vector<Ref<Node>> nodes;
     if (!active && node->Children() > 0) {

@@ -53,20 +53,29 @@ bool mayActivateInList(const Hub& hub) {
     return menuOffers(hub, acbPaneArticleList, acbMenuActivate) && hasRow(*hub.ui.LV);
 }
 
+// The commands do what the entry says, as the menu would let it stand there.
+
 void activateInPool(Hub& hub) {
-    const Ref<ListItem> item = hub.ui.LVArt->SelectedItem();
-    hub.articleActivation->LVActivate(item->Tag().toLong(), acbPaneArticlePool, !isActiveIcon(item->SmallIcon()));
+    captionActivation(hub.ui.menus.Item(u"KLVArt_Activate"), isActiveIcon(hub.ui.LVArt->SelectedItem()->SmallIcon()));
+    hub.articleActivation->KLVArt_Activate();
 }
 
-// As long as one of them is inactive they become active.
+// As long as one of several is inactive they become active.
 void activateInList(Hub& hub) {
-    ArticleAssignment::ItemList rows;
-    hub.articleAssignment->Article_SelectedArray(rows, acbPaneArticleList);
-    const bool active = !std::ranges::all_of(rows, [](const auto& row) { return isActiveIcon(row->SmallIcon()); });
-    for (const Ref<ListItem>& row : rows) {
-        const Long article = articleOfListRow(*row);
-        if (article > 0 && !hub.state.closed) hub.articleActivation->LVActivate(article, acbPaneArticleList, active);
+    const ListView& list = *hub.ui.LV;
+    if (list.SelectedCount() <= 1) {
+        captionActivation(hub.ui.menus.Item(u"kLV_Activate"), isActiveIcon(list.SelectedItem()->SmallIcon()));
+        hub.articleActivation->kLV_Activate();
+    } else if (hub.contextMenus->LV_AnySelectedInState(true)) {
+        hub.articleActivation->kLV_ActivateAll();
+    } else {
+        hub.articleActivation->kLV_DeActivateAll();
     }
+}
+
+void activateCategory(Hub& hub) {
+    captionActivation(hub.ui.menus.Item(u"kTV_Activate"), isActiveImage(hub.ui.TV->SelectedItem()->Image()));
+    hub.categoryEditing->kTV_Activate();
 }
 
 bool mayMoveCategory(const Hub& hub) {
@@ -90,12 +99,6 @@ bool mayDeleteCategory(const Hub& hub) {
 
 bool mayActivateCategory(const Hub& hub) {
     return menuOffers(hub, acbPaneCategoryTree, acbMenuActivate) && hub.ui.TV->SelectedItem();
-}
-
-// The command does what the entry says, as the menu would let it stand there.
-void activateCategory(Hub& hub) {
-    captionActivation(hub.ui.menus.Item(u"kTV_Activate"), isActiveImage(hub.ui.TV->SelectedItem()->Image()));
-    hub.categoryEditing->kTV_Activate();
 }
 
 constexpr std::array editKeys{

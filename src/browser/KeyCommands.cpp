@@ -2,7 +2,6 @@
 
 #include "browser/ArtCatBrowser.h"
 #include "browser/ArtCatBrowserPrivate.h"
-#include "browser/ArticleRow.h"
 #include "controls/Extender.h"
 
 #include <array>
@@ -60,17 +59,12 @@ bool KeyCommands::refresh(acbPanes pane) {
 
 bool KeyCommands::showProperties(acbPanes pane) {
     if (!menuOffers(hub_, pane, acbMenuProperties)) return false;
-    if (pane == acbPaneCategoryTree) {
-        const Ref<Node> node = hub_.ui.TV->SelectedItem();
-        if (node) Q_EMIT hub_.face.MenuPropertiesClick(node->Tag().toLong(), pane);
-        return true;
-    }
-    const bool isPool = pane == acbPaneArticlePool;
-    const ListView& list = isPool ? *hub_.ui.LVArt : *hub_.ui.LV;
-    const Ref<ListItem> item = list.SelectedItem();
-    const bool isOffered = isPool ? list.SelectedCount() == 1 : list.SelectedCount() <= 1;
-    if (item && isOffered)
-        Q_EMIT hub_.face.MenuPropertiesClick(isPool ? item->Tag().toLong() : articleOfListRow(*item), pane);
+    if (pane == acbPaneCategoryTree)
+        hub_.menuCommands->kTV_Properties();
+    else if (pane == acbPaneArticlePool && hub_.ui.LVArt->SelectedCount() == 1)
+        hub_.menuCommands->KLVArt_Properties();
+    else if (pane == acbPaneArticleList && hub_.ui.LV->SelectedCount() <= 1)
+        hub_.menuCommands->kLV_Properties();
     return true;
 }
 

@@ -19,6 +19,10 @@ constexpr MenuForm entry(QStringView parent, QStringView name, TextId caption, s
     return {name, parent, caption, flag};
 }
 
+constexpr MenuForm filter(QStringView name, TextId caption) {
+    return {name, u"KLVArt_Filter", caption, acbMenuFilter, true};
+}
+
 constexpr MenuForm separator(QStringView parent, QStringView name, std::optional<acbMenus> flag = {}) {
     return {name, parent, {}, flag};
 }
@@ -61,11 +65,11 @@ constexpr std::array forms{
     entry(u"KLVArt", u"KLVArt_Find", TextId::BrowserMenuFind, acbMenuFind),
     separator(u"KLVArt", u"KLVArt_Bar2", acbMenuFilter),
     entry(u"KLVArt", u"KLVArt_Filter", TextId::BrowserMenuFilter, acbMenuFilter),
-    entry(u"KLVArt_Filter", u"KLVArt_Active", TextId::BrowserMenuActive, acbMenuFilter),
-    entry(u"KLVArt_Filter", u"KLVArt_InActive", TextId::BrowserMenuInactive, acbMenuFilter),
+    filter(u"KLVArt_Active", TextId::BrowserMenuActive),
+    filter(u"KLVArt_InActive", TextId::BrowserMenuInactive),
     separator(u"KLVArt_Filter", u"KLVArt_Filter_Bar1", acbMenuFilter),
-    entry(u"KLVArt_Filter", u"KLVArt_Marked", TextId::BrowserMenuMarked, acbMenuFilter),
-    entry(u"KLVArt_Filter", u"KLVArt_UnCategorized", TextId::BrowserMenuUncategorized, acbMenuFilter),
+    filter(u"KLVArt_Marked", TextId::BrowserMenuMarked),
+    filter(u"KLVArt_UnCategorized", TextId::BrowserMenuUncategorized),
     separator(u"KLVArt", u"KLVArt_Bar3", acbMenuActivate),
     entry(u"KLVArt", u"KLVArt_Activate", TextId::BrowserMenuActivate, acbMenuActivate),
     separator(u"KLVArt", u"KLVArt_Bar1", acbMenuProperties),
@@ -91,6 +95,10 @@ void captionActivation(MenuEntry& entry, bool isActive) {
     entry.setCaption(text(isActive ? TextId::BrowserMenuDeactivate : TextId::BrowserMenuActivate));
 }
 
+bool offersActive(const MenuEntry& entry) {
+    return entry.Caption() == text(TextId::BrowserMenuActivate);
+}
+
 MenuTable::MenuTable()
     : entries_(forms.begin(), forms.end()) {}
 
@@ -99,6 +107,11 @@ const MenuEntry& MenuTable::Item(QStringView name) const {
         entries_, [name](const MenuEntry& each) { return each.form().name.compare(name, Qt::CaseInsensitive) == 0; });
     if (found == entries_.end()) throwError(err::ElementNotFound, {name.toString()});
     return *found;
+}
+
+bool MenuTable::isSubEntry(const MenuEntry& entry) const {
+    const QStringView parent = entry.form().parent;
+    return !parent.isEmpty() && !Item(parent).form().parent.isEmpty();
 }
 
 MenuEntry& MenuTable::Item(QStringView name) {

@@ -15,6 +15,7 @@ struct MenuForm {
     QStringView parent;            ///< empty for a menu itself
     std::optional<TextId> caption; ///< a separator has none
     std::optional<acbMenus> flag;  ///< of ShowMenu, by which it shows; none = always
+    bool isCheckable = false;
 };
 
 /// The menus in their order, each before its entries.
@@ -52,6 +53,8 @@ private:
 
 /// Lets the entry offer the other state than the present one.
 void captionActivation(MenuEntry& entry, bool isActive);
+/// Whether it offers to activate.
+bool offersActive(const MenuEntry& entry);
 
 /// The entries of one control.
 class MenuTable {
@@ -62,6 +65,11 @@ public:
     MenuEntry& Item(QStringView name);
     const MenuEntry& Item(QStringView name) const;
 
+    /// Whether the entry stands in a submenu.
+    bool isSubEntry(const MenuEntry& entry) const;
+
+    auto begin() { return entries_.begin(); }
+    auto end() { return entries_.end(); }
     auto begin() const { return entries_.begin(); }
     auto end() const { return entries_.end(); }
 

@@ -9,12 +9,17 @@
 namespace mkl {
 
 Form::Form(QWidget* owner)
-    : keys_(*this, [this](Integer& KeyCode, Integer& Shift) { KeyDown(KeyCode, Shift); })
-    , owned_(owner)
-    , owner_(owner) {
+    : keys_(*this, [this](Integer& KeyCode, Integer& Shift) { KeyDown(KeyCode, Shift); }) {
     setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
                    Qt::WindowCloseButtonHint);
     setWindowModality(Qt::ApplicationModal);
+    setOwner(owner);
+}
+
+void Form::setOwner(QWidget* owner) {
+    if (owner_) disconnect(owner_, &QObject::destroyed, this, &Form::reject);
+    owned_ = owner;
+    owner_ = owner;
     if (owner) connect(owner, &QObject::destroyed, this, &Form::reject);
 }
 

@@ -20,6 +20,8 @@ public:
     QString Caption() const { return windowTitle(); }
     void setCaption(const QString& caption) { setWindowTitle(caption); }
 
+    /// Stands over that control's window from now on, and ends with it.
+    void setOwner(QWidget* owner);
     /// Shows the form through the form runner in force, and returns when it is hidden. Where the owner has been
     /// deleted before, it counts as cancelled at once.
     void Show();
@@ -61,7 +63,7 @@ private:
 
     KeyPreview keys_;
     bool sizable_ = true;
-    const bool owned_;
+    bool owned_ = false;
     QPointer<QWidget> owner_;
 };
 

@@ -193,7 +193,8 @@ void ItemView::raiseMenuKey() {
     const QModelIndex index = currentIndex();
     if (index.isValid()) scrollTo(index);
     const QRect row = visualRect(index);
-    Q_EMIT MenuKey(twipsX(std::max(0, row.left())), twipsY(row.isNull() ? 0 : row.center().y()));
+    const QPoint place = rowsOrigin() + QPoint(std::max(0, row.left()), row.isNull() ? 0 : row.center().y());
+    Q_EMIT MenuKey(twipsX(place.x()), twipsY(place.y()));
 }
 
 // The key itself has been seen; some platforms send this event in addition.

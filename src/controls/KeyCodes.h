@@ -7,7 +7,7 @@
 namespace mkl {
 
 /// Codes of keys that the forms know.
-enum KeyCodeConstants : Integer { vbKeyReturn = 13, vbKeyEscape = 27, vbKeyA = 65, vbKeyO = 79 };
+enum KeyCodeConstants : Integer { vbKeyReturn = 13, vbKeyEscape = 27, vbKeyA = 65, vbKeyO = 79, vbKeyW = 87 };
 /// Modifiers in a key's Shift.
 enum ShiftConstants : Integer { vbShiftMask = 1, vbCtrlMask = 2, vbAltMask = 4 };
 

@@ -15,6 +15,8 @@ public:
     /// Text of the column behind the first one: 1 is the second column. Below 1 is error 5.
     QString SubItems(Long column) const;
     void setSubItems(Long column, const QString& text);
+    /// The text of the second column as UTF-8, for walks over many rows; valid until it changes.
+    std::string_view SubItemUtf8() const { return secondText_; }
 
     /// Key of the picture in the list's image list. A key that the list lacks shows no picture.
     QString SmallIcon() const { return image(); }

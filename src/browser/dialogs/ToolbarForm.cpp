@@ -7,14 +7,18 @@ namespace mkl {
 using namespace Qt::StringLiterals;
 
 ToolbarForm::ToolbarForm(QWidget* owner, const QString& name, TextId caption, TextId toolTip)
-    : Form(owner) {
+    : ToolbarForm(owner, name, caption, {u"OK"_s, TextId::FormOk, toolTip, vbKeyO}) {}
+
+ToolbarForm::ToolbarForm(QWidget* owner, const QString& name, TextId caption, const Confirmation& confirmation)
+    : Form(owner)
+    , confirmation_(confirmation) {
     setObjectName(name);
     setCaption(text(caption));
     TB.setObjectName(u"TB"_s);
-    TB.addButton(u"OK"_s, text(TextId::FormOk), text(toolTip));
+    TB.addButton(confirmation.key, text(confirmation.caption), text(confirmation.toolTip));
     TB.addButton(u"Cancel"_s, text(TextId::FormCancel), text(TextId::FormClose));
     connect(&TB, &Toolbar::ButtonClick, this, [this](const QString& Key) {
-        if (Key == "OK"_L1)
+        if (Key == confirmation_.key)
             OK();
         else
             Cancel();
@@ -22,7 +26,7 @@ ToolbarForm::ToolbarForm(QWidget* owner, const QString& name, TextId caption, Te
 }
 
 void ToolbarForm::setTabSequence(std::initializer_list<QWidget*> controls) const {
-    DialogButton& confirm = TB.Buttons(u"OK"_s);
+    DialogButton& confirm = confirmation();
     QWidget* former = nullptr;
     for (QWidget* control : controls) {
         if (former) setTabOrder(former, control);
@@ -36,8 +40,8 @@ void ToolbarForm::KeyDown(Integer& KeyCode, Integer& Shift) {
     const bool alt = Shift == vbAltMask;
     if (KeyCode == vbKeyEscape || (alt && KeyCode == vbKeyA))
         TB.Buttons(u"Cancel"_s).click();
-    else if (alt && KeyCode == vbKeyO)
-        TB.Buttons(u"OK"_s).click();
+    else if (alt && KeyCode == confirmation_.keyCode)
+        confirmation().click();
     else
         return;
     KeyCode = 0;
