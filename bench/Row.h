@@ -52,5 +52,6 @@ Result addRow();
 Result dropRow();
 Result deleteTreeRow();
 Result sortLevelRow();
+Result searchRow();
 
 } // namespace bench
