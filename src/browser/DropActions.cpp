@@ -266,7 +266,8 @@ void DropActions::takeArticlesTo(Node& source, Node& target) {
     hub_.ui.TV->setDropHighlight({});
     hub_.ui.TV->setSelectedItem(node);
     hub_.selection->NodeClick(*node);
-    if (!hub_.state.closed) hub_.selection->SelectArticleInList(article);
+    // The click has selected a row of its own where it knew of no article.
+    if (!hub_.state.closed && hub_.selection->SelectArticleInList(article)) list.deselectOthers(list.SelectedItem());
 }
 
 // 5.
