@@ -290,7 +290,8 @@ void DropActions::showCopy(Long newCategory, const QString& keyToExpand) const {
     hub_.state.SelectedCategory = newCategory;
     hub_.categoryTree->X_PopulateTV(true);
     if (hub_.state.closed) return;
-    tree.Nodes().Item(keyToExpand)->setExpanded(true);
+    // Where the tree could not be read the user knows why.
+    ErrorFrame::quietly([&] { tree.Nodes().Item(keyToExpand)->setExpanded(true); });
     if (const Ref<Node> selected = tree.SelectedItem()) selected->EnsureVisible();
 }
 

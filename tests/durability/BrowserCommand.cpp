@@ -20,7 +20,7 @@ QString shopPicture(int articles) {
 
 QList<BrowserCommand> browserCommands(int articles) {
     return assignmentCommands(articles) + orderCommands(articles) + activationCommands(articles) +
-           categoryCommands(articles);
+           categoryCommands(articles) + transferCommands(articles);
 }
 
 Outcome BrowserCommand::undone(bool lost) const {

@@ -94,6 +94,7 @@ QList<BrowserCommand> assignmentCommands(int articles);
 QList<BrowserCommand> categoryCommands(int articles);
 QList<BrowserCommand> orderCommands(int articles);
 QList<BrowserCommand> activationCommands(int articles);
+QList<BrowserCommand> transferCommands(int articles);
 /// All of them, on a catalogue of that many articles.
 QList<BrowserCommand> browserCommands(int articles);
 

@@ -1,9 +1,9 @@
 // The order of the categories, new ones, and what is done to one with all below it.
 #include "BrowserCommand.h"
 #include "PartsOfWork.h"
+#include "TreeCommand.h"
 #include "browser/dialogs/frmNewCat.h"
 #include "browser/dialogs/frmNewPosition.h"
-#include "support/FixedReplica.h"
 
 namespace mkl {
 
@@ -13,44 +13,6 @@ namespace {
 
 constexpr Long screws = 41, tools = 43, nails = 45, dowels = 47;
 constexpr Long newKey = 53; // behind 43, on the replica of the digit 3
-
-const Outcome rereadTree = {.list = ListShows::Reread, .thenLost = u"X_PopulateTV "_s};
-
-auto select(Long category) {
-    return [category](CommandHost& host) {
-        host.browser().setHelper(makeRef<FixedReplica>(3));
-        host.browser().setCurrentSenderID(1);
-        host.show(category);
-    };
-}
-
-/// The reads of the panes behind the commit; the list is read once or, where another node is selected then, twice.
-QMap<QString, Outcome> readsBehind(bool edited, ListShows list) {
-    const Outcome tree = {.stored = Stored::After,
-                          .edited = edited,
-                          .list = ListShows::Anything,
-                          .behindCommit = true,
-                          .treeIsTrue = false,
-                          .thenLost = u"(PopulateLV )*"_s};
-    const Outcome articles = {
-        .stored = Stored::After, .edited = edited, .list = list, .behindCommit = true, .thenLost = u"(PopulateLV )?"_s};
-    return {{u"X_PopulateTV"_s, tree}, {u"ReportTreeError"_s, tree}, {u"PopulateLV"_s, articles}};
-}
-
-/// A command that numbers a level in its transaction, whose failure it does not hear of.
-BrowserCommand numbering(const char* name, const QString& procedure, int articles, Long selected, ListShows list) {
-    BrowserCommand command{.name = name, .picture = shopPicture(articles), .screen = select(selected)};
-    command.done = {.stored = Stored::After, .edited = true, .list = ListShows::Reread};
-    command.failures = readsBehind(true, list);
-    command.failures[procedure] = rereadTree;
-    command.failures[u"OrderCategory"_s] = {.stored = Stored::Part,
-                                            .edited = true,
-                                            .list = ListShows::Reread,
-                                            .thenGivenUp = procedure + u' ',
-                                            .thenLost = procedure + u" X_PopulateTV "_s};
-    command.readsTreeAfterFailure = true;
-    return command;
-}
 
 BrowserCommand moveToTheTop(int articles) {
     BrowserCommand command =
@@ -72,7 +34,8 @@ BrowserCommand moveToTheTop(int articles) {
 }
 
 BrowserCommand sortLevel(int articles) {
-    BrowserCommand command{.name = "sort the categories", .picture = shopPicture(articles), .screen = select(nails)};
+    BrowserCommand command{
+        .name = "sort the categories", .picture = shopPicture(articles), .screen = selectCategory(nails)};
     command.run = [](CommandHost& host) {
         host.world().user.answers = {vbYes};
         host.hub().categoryOrder->kTV_SortInc();
@@ -107,7 +70,8 @@ BrowserCommand newCategory(const char* name, int articles, Long option, const Ca
 }
 
 BrowserCommand rename(int articles) {
-    BrowserCommand command{.name = "rename a category", .picture = shopPicture(articles), .screen = select(tools)};
+    BrowserCommand command{
+        .name = "rename a category", .picture = shopPicture(articles), .screen = selectCategory(tools)};
     command.run = [](CommandHost& host) {
         host.world().user.texts = {u"Neuer Name"_s};
         host.hub().categoryEditing->kTV_Rename();
@@ -135,8 +99,9 @@ BrowserCommand deleteTree(int articles) {
 
 // Each row is stored by itself.
 BrowserCommand deactivateTree(int articles) {
-    BrowserCommand command{
-        .name = "deactivate a category with all below", .picture = shopPicture(articles), .screen = select(dowels)};
+    BrowserCommand command{.name = "deactivate a category with all below",
+                           .picture = shopPicture(articles),
+                           .screen = selectCategory(dowels)};
     command.run = [](CommandHost& host) {
         captionActivation(host.hub().ui.menus.Item(u"kTV_Activate"_s), true);
         host.world().user.answers = {vbYes};

@@ -237,7 +237,9 @@ void CommandRun::judge(FaultReport& report, const Ended& ended) const {
     }
     complainIf(ended.levels != (reporter.isEmpty() ? command_.levelsLeftOpen : 0), u"levels of transaction"_s);
     Outcome left = outcome;
-    if (givenUp && !reporter.isEmpty() && !outcome.behindCommit && !outcome.eachRow) left = command_.undone(isLost);
+    const bool endsAtOnce = outcome.stored == Stored::Before && outcome.list == ListShows::AsBefore;
+    if (givenUp && !endsAtOnce && !reporter.isEmpty() && !outcome.behindCommit && !outcome.eachRow)
+        left = command_.undone(isLost);
     if (isLost && outcome.list == ListShows::RereadOrNothing) left.list = ListShows::Nothing;
     complainIf(!isStored(left.stored, ended), u"rows"_s);
     // Where every row is stored by itself, the one behind the last told decides.

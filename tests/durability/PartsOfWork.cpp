@@ -99,6 +99,13 @@ void PartsOfWork::orderLevel(const QList<Long>& categories) {
     run(std::move(procedure));
 }
 
+void PartsOfWork::setParent(Long category, Long parent) {
+    run({u"EditParent"_s, {[=](CatalogueRows& rows) {
+             rows.categories.at(category).parent = parent;
+             rows.categories.at(category).changed = true;
+         }}});
+}
+
 void PartsOfWork::activate(const QList<Long>& categories, bool active) {
     Procedure procedure{u"TVActivate"_s, {}};
     for (const Long key : categories)

@@ -22,6 +22,7 @@ public:
     void make(Long key, const CategoryState& category);        ///< NewCategory
     void drop(const QList<Long>& categories);                  ///< DeleteCategory; their assignments go with them
     void orderLevel(const QList<Long>& categories);            ///< OrderCategory
+    void setParent(Long category, Long parent);                ///< EditParent
     void activate(const QList<Long>& categories, bool active); ///< TVActivate
 
     /// All states that are left if a run of the procedure of that name fails somewhere, or at its end.
