@@ -1,13 +1,6 @@
 // Commands over many categories, beside the plain C interface that runs the same statements and one read of the tree.
-#include "bench/RawDatabase.h"
+#include "bench/BrowserOnForest.h"
 #include "bench/Row.h"
-#include "catalogue/CatalogueFile.h"
-#include "controls/Asker.h"
-#include "controls/TreeView.h"
-#include "dao/Workspace.h"
-#include "tests/support/BrowserAccess.h"
-
-#include <QTemporaryDir>
 
 using namespace Qt::StringLiterals;
 
@@ -18,109 +11,15 @@ namespace {
 constexpr int Runs = 5;
 constexpr int Subtree = 10'000;
 constexpr int Level = 5'000;
-constexpr int Root = 1; ///< of the subtree; its neighbour is the parent of the level
-constexpr int LevelParent = 2;
-constexpr int FirstOfSubtree = 100'000;
-constexpr int FirstOfLevel = 200'000;
-
-/// Yes to every question.
-class YesSayer final : public mkl::Asker {
-public:
-    YesSayer()
-        : former_(mkl::setAsker(this)) {}
-    ~YesSayer() override { mkl::setAsker(former_); }
-    Q_DISABLE_COPY_MOVE(YesSayer)
-
-    mkl::Long ask(const mkl::MessageBox&) override { return mkl::vbYes; }
-    std::optional<QString> askText(const QString&, const QString&, const QString&) override { return {}; }
-
-private:
-    mkl::Asker* former_;
-};
-
-/// A browser on a catalogue with a subtree of 10,000 categories and a level of 5,000.
-class BrowserOnForest {
-public:
-    BrowserOnForest() {
-        mkl::createCatalogue(file());
-        database_ = mkl::openCatalogue(*workspace_, file());
-        raw = std::make_unique<RawDatabase>(file());
-        insert(Root, 1, u"NULL"_s, 1);
-        insert(LevelParent, 1, u"NULL"_s, 2);
-        insertSubtree();
-        insert(FirstOfLevel, Level, QString::number(LevelParent));
-        browser.setBackend(database_);
-        browser.setWorkspace(workspace_);
-        browser.resize(1200, 800);
-        browser.show();
-        if (browser.Populate() != 2 + Subtree - 1 + Level) qFatal("the tree is incomplete");
-    }
-
-    /// Five levels, ten categories below each.
-    void insertSubtree() const {
-        exec(u"WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < %1) "
-             "INSERT INTO \"ARTIKEL/KATEGORIEN\" (\"Kategorie-Schlüssel\", Kategoriename, Parent, \"Order\", Aktiv, "
-             "\"Absender-Schlüssel\") SELECT %2 + i, 'K' || i, iif(i <= 10, %3, %2 + (i - 1) / 10), i, -1, 1 FROM n"_s
-                 .arg(Subtree - 1)
-                 .arg(FirstOfSubtree)
-                 .arg(Root));
-    }
-    void insert(int first, int count, const QString& parent, int order = 0) const {
-        exec(u"WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < %1) "
-             "INSERT INTO \"ARTIKEL/KATEGORIEN\" (\"Kategorie-Schlüssel\", Kategoriename, Parent, \"Order\", Aktiv, "
-             "\"Absender-Schlüssel\") SELECT %2 + i - 1, 'K' || (100000 - i), %3, %4 + i, -1, 1 FROM n"_s.arg(count)
-                 .arg(first)
-                 .arg(parent)
-                 .arg(order));
-    }
-    void exec(const QString& statements) const {
-        raw->require(sqlite3_exec(raw->handle(), statements.toUtf8().constData(), nullptr, nullptr, nullptr));
-    }
-    std::vector<int> keys(const QString& query) const {
-        std::vector<int> keys;
-        const RawStatement statement(*raw, query.toUtf8().constData());
-        while (statement.step())
-            keys.push_back(statement.integer(0));
-        return keys;
-    }
-    /// For each key the statement that looks for its row, then the one that changes it; in one transaction.
-    void runForKeys(const std::vector<int>& rows, const char* change) const {
-        exec(u"BEGIN IMMEDIATE"_s);
-        RawStatement seek(*raw, "SELECT * FROM \"ARTIKEL/KATEGORIEN\" WHERE \"Kategorie-Schlüssel\" = ?1");
-        RawStatement write(*raw, change);
-        int position = 0;
-        for (const int key : rows) {
-            seek.bind(1, key);
-            if (!seek.step()) qFatal("a row is missing");
-            seek.reset();
-            write.bind(1, key);
-            write.bind(2, ++position);
-            write.step();
-            write.reset();
-        }
-        exec(u"COMMIT"_s);
-    }
-    double readSeconds() {
-        return medianSeconds(1, [&] { browser.RefreshPane(mkl::acbPaneCategoryTree); });
-    }
-    void select(int category) { browser.setSelected(mkl::acbPaneCategoryTree, category); }
-    mkl::ArtCatBrowserPrivate& hub() const { return mkl::BrowserAccess::hub(browser); }
-
-    std::unique_ptr<RawDatabase> raw;
-    mkl::ArtCatBrowser browser;
-
-private:
-    QString file() const { return folder_.filePath(u"forest.sqlite"_s); }
-
-    QTemporaryDir folder_;
-    mkl::Ref<dao::Workspace> workspace_ = dao::DBEngine::CreateWorkspace();
-    mkl::Ref<dao::Database> database_;
-};
+constexpr int Root = BrowserOnForest::Root;
+constexpr int LevelParent = BrowserOnForest::LevelParent;
+constexpr int FirstOfSubtree = BrowserOnForest::FirstOfSubtree;
+constexpr int FirstOfLevel = BrowserOnForest::FirstOfLevel;
 
 } // namespace
 
 Result deleteTreeRow() {
-    BrowserOnForest forest;
+    BrowserOnForest forest(Subtree, Level);
     const YesSayer yes;
     std::vector<double> ours, raw, reads;
     for (int run = 0; run < Runs; ++run) {
@@ -155,7 +54,7 @@ Result deleteTreeRow() {
 }
 
 Result sortLevelRow() {
-    BrowserOnForest forest;
+    BrowserOnForest forest(Subtree, Level);
     const YesSayer yes;
     std::vector<double> ours, raw, reads;
     for (int run = 0; run < Runs; ++run) {

@@ -52,6 +52,7 @@ Result addRow();
 Result dropRow();
 Result deleteTreeRow();
 Result sortLevelRow();
+Result copyRow();
 Result searchRow();
 
 } // namespace bench
