@@ -85,6 +85,7 @@ Long ArticleAssignment::Cat_AddArticles(Long CatID, Long StartOrder, const ItemL
 
 Long ArticleAssignment::addArticles(Long category, Long startOrder, const ItemList& items, acbPanes pane) const {
     const Ref<dao::Recordset> table = hub_.state.ArtKatTable;
+    const bool leavesPool = pane == acbPaneArticlePool && hub_.ui.menus.Item(u"KLVArt_UnCategorized").Checked();
     Long count = 0;
     Long order = startOrder;
     for (const Ref<ListItem>& item : items) {
@@ -102,8 +103,7 @@ Long ArticleAssignment::addArticles(Long category, Long startOrder, const ItemLi
         table->Update();
         order = sumOfPositions(order, 1);
         // 4.
-        if (pane == acbPaneArticlePool && hub_.ui.menus.Item(u"KLVArt_UnCategorized").Checked())
-            hub_.ui.LVArt->ListItems().Remove(item->Index());
+        if (leavesPool) hub_.ui.LVArt->ListItems().Remove(item->Index());
         // 5.
         ++count;
     }

@@ -62,17 +62,34 @@ RowKey RowEditor::insert(const ColumnValues& values) const {
     QList<StoredValue> stored;
     for (const ColumnValue& value : values)
         stored.append(value.value);
-    RowKey key;
+    RowKey key = givenKey(values);
+    const bool isGiven = !key.isEmpty();
     const auto store = [&] {
-        Statement& statement =
-            latest(insert_, values, [this](const QList<int>& columns) { return insertText(columns); });
-        key = keyFrom(statement, stored, keyNames_.size());
+        Statement& statement = latest(isGiven ? insertOfGivenKey_ : insert_, values,
+                                      [&](const QList<int>& columns) { return insertText(columns, !isGiven); });
+        if (!isGiven)
+            key = keyFrom(statement, stored, keyNames_.size());
+        else if (statement.run(stored) == 0)
+            mkl::throwError(err::RecordDeleted);
     };
     atomically(store);
     return key;
 }
 
-QByteArray RowEditor::insertText(const QList<int>& columns) const {
+// What the engine makes of other values than whole numbers only it knows.
+RowKey RowEditor::givenKey(const ColumnValues& values) const {
+    RowKey key;
+    for (const int ordinal : table_.primaryKey) {
+        const auto given = std::ranges::find(values, ordinal, &ColumnValue::column);
+        const bool isWhole = given != values.cend() && given->value.kind == StoredValue::Kind::Integer &&
+                             table_.columns[ordinal].type == jet::ColumnType::Int;
+        if (!isWhole) return {};
+        key.append(given->value);
+    }
+    return key;
+}
+
+QByteArray RowEditor::insertText(const QList<int>& columns, bool tellsKey) const {
     if (columns.isEmpty()) return "INSERT INTO " + nativeTable_ + " DEFAULT VALUES" + returningKey();
     QByteArrayList names;
     QByteArrayList parameters;
@@ -81,7 +98,7 @@ QByteArray RowEditor::insertText(const QList<int>& columns) const {
         parameters.append(connection_->target().parameter(static_cast<int>(names.size()), table_.columns[column].type));
     }
     return "INSERT INTO " + nativeTable_ + " (" + names.join(", ") + ") VALUES (" + parameters.join(", ") + ')' +
-           returningKey();
+           (tellsKey ? returningKey() : QByteArray());
 }
 
 RowKey RowEditor::update(const RowKey& key, const ColumnValues& changes, const std::optional<ColumnValues>& before,

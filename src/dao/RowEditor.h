@@ -54,7 +54,9 @@ private:
     void atomically(Action&& action) const;
     RowKey change(const RowKey& key, const ColumnValues& changes) const;
     QByteArray updateText(const QList<int>& columns, bool changesKey) const;
-    QByteArray insertText(const QList<int>& columns) const;
+    QByteArray insertText(const QList<int>& columns, bool tellsKey) const;
+    /// The key where the values hold it as it will be stored; empty otherwise.
+    RowKey givenKey(const ColumnValues& values) const;
     template<class Text>
     Statement& latest(Latest& latest, const ColumnValues& values, Text&& text) const;
     QByteArray returningKey() const;
@@ -74,6 +76,7 @@ private:
     mutable std::shared_ptr<Statement> remover_;
     mutable Latest update_;
     mutable Latest insert_;
+    mutable Latest insertOfGivenKey_;
 };
 
 } // namespace dao

@@ -273,6 +273,96 @@ TEST(FindInATable, TheRowsAreThoseBeforeAnOwnChange) {
     EXPECT_TRUE(rows->NoMatch());
 }
 
+// --- counters and tables ---------------------------------------------------------------------------------------------
+
+namespace {
+
+QByteArray counted() {
+    return "CREATE TABLE T (Nr INTEGER PRIMARY KEY AUTOINCREMENT, Wert INTEGER);"
+           "CREATE TABLE U (Nr INTEGER PRIMARY KEY, Wert INTEGER);"
+           "INSERT INTO T VALUES (3, 30)";
+}
+
+Long addRow(Recordset& table, Long value) {
+    table.AddNew();
+    table.setValue(u"Wert", value);
+    const Long number = table.value(u"Nr").toLong();
+    table.Update();
+    return number;
+}
+
+} // namespace
+
+TEST(ExclusivePeriod, ManyNewRowsAskForTheHighestNumberOnce) {
+    const OpenedDatabase o(counted());
+    const Ref<Recordset> table = o.open(u"T"_s, dbOpenTable);
+    o.workspace->BeginTrans();
+    EXPECT_EQ(addRow(*table, 1), 4);
+    Statements statements;
+    EXPECT_EQ(addRow(*table, 2), 5);
+    const QByteArrayList run = statements.take();
+    ASSERT_EQ(run.size(), 2) << run.join("; ").constData();
+    EXPECT_TRUE(run[0].startsWith("UPDATE sqlite_sequence"));
+    EXPECT_TRUE(run[1].startsWith("INSERT"));
+    EXPECT_FALSE(run[1].contains("RETURNING"));
+    EXPECT_EQ(table->value(u"Nr"), Variant(3)); // where it was
+    o.workspace->CommitTrans();
+    EXPECT_EQ(addRow(*table, 3), 6);
+    EXPECT_EQ(o.file.one("SELECT group_concat(Nr || '=' || Wert) FROM T"), "3=30,4=1,5=2,6=3");
+}
+
+TEST(ExclusivePeriod, WhateverElseIsWrittenIsSeenByTheCounter) {
+    const OpenedDatabase o(counted());
+    const Ref<Recordset> table = o.open(u"T"_s, dbOpenTable);
+    o.workspace->BeginTrans();
+    EXPECT_EQ(addRow(*table, 1), 4);
+    o.database->Execute(u"INSERT INTO T (Nr, Wert) VALUES (20, 2)"_s);
+    EXPECT_EQ(addRow(*table, 3), 21);
+    table->AddNew(); // never stored
+    table->CancelUpdate();
+    EXPECT_EQ(addRow(*table, 4), 23);
+    table->AddNew();
+    table->CancelUpdate();
+    o.database->executeNative(u"UPDATE T SET Nr=40 WHERE Nr=4"_s);
+    EXPECT_EQ(addRow(*table, 5), 41);
+    table->AddNew();
+    table->CancelUpdate();
+    o.database->Execute(u"INSERT INTO U (Nr, Wert) VALUES (1, 1)"_s);
+    EXPECT_EQ(addRow(*table, 6), 43);
+    o.workspace->CommitTrans();
+}
+
+TEST(ExclusivePeriod, AnInnerRollbackGivesNumbersBack) {
+    const OpenedDatabase o(counted());
+    const Ref<Recordset> table = o.open(u"T"_s, dbOpenTable);
+    o.workspace->BeginTrans();
+    EXPECT_EQ(addRow(*table, 1), 4);
+    o.workspace->BeginTrans();
+    EXPECT_EQ(addRow(*table, 2), 5);
+    o.workspace->Rollback();
+    EXPECT_EQ(addRow(*table, 3), 5);
+    o.workspace->CommitTrans();
+    EXPECT_EQ(o.file.one("SELECT group_concat(Nr || '=' || Wert) FROM T"), "3=30,4=1,5=3");
+}
+
+TEST(ExclusivePeriod, TablesThatAreMadeInItAreKnown) {
+    const OpenedDatabase o(numbers());
+    o.workspace->BeginTrans();
+    EXPECT_EQ(o.all(u"SELECT Nr FROM T"_s).size(), 3);
+    o.database->Execute(u"SELECT Nr INTO V FROM T WHERE Nr > 1"_s);
+    EXPECT_EQ(o.all(u"SELECT Nr FROM V"_s), (QStringList{u"2"_s, u"3"_s}));
+    o.workspace->BeginTrans();
+    o.database->Execute(u"SELECT Nr INTO W FROM T"_s);
+    EXPECT_EQ(o.all(u"SELECT Nr FROM W"_s).size(), 3);
+    o.workspace->Rollback();
+    EXPECT_EQ(o.errorOfQuery(u"SELECT Nr FROM W"_s), 3078);
+    o.database->executeNative(u"CREATE TABLE X (Nr INTEGER)"_s);
+    EXPECT_EQ(o.all(u"SELECT Nr FROM X"_s), QStringList());
+    o.workspace->Rollback();
+    EXPECT_EQ(o.errorOfQuery(u"SELECT Nr FROM V"_s), 3078);
+    EXPECT_EQ(o.errorOfQuery(u"SELECT Nr FROM X"_s), 3078);
+}
+
 TEST(FindInATable, OnlyACriterionIsOne) {
     const OpenedDatabase o(numbers());
     const Ref<Recordset> rows = o.open(u"T"_s, dbOpenSnapshot);

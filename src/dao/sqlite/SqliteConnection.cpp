@@ -4,7 +4,6 @@
 #include "dao/sqlite/SqliteAuthorizer.h"
 #include "dao/sqlite/SqliteFaults.h"
 #include "dao/sqlite/SqliteFunctions.h"
-#include "dao/sqlite/SqliteNewRow.h"
 #include "dao/sqlite/SqliteStatement.h"
 
 namespace dao {
@@ -113,6 +112,7 @@ void SqliteConnection::release(const QByteArray& name) {
 
 void SqliteConnection::rollbackTo(const QByteArray& name) {
     ++rollbacks_;
+    known_ = {}; // tables and numbers go back too
     command("ROLLBACK TO " + name);
 }
 
@@ -136,7 +136,10 @@ quint64 SqliteConnection::changeStamp() const {
 }
 
 SqliteConnection::KnownTables& SqliteConnection::known() {
-    if (const quint64 period = exclusivePeriod(); known_.period != period) known_ = {period, {}, {}};
+    if (const quint64 period = exclusivePeriod(); known_.period != period) {
+        known_ = {};
+        known_.period = period;
+    }
     return known_;
 }
 
@@ -156,14 +159,26 @@ bool SqliteConnection::failsAsAWhole(const QString& table) {
 }
 
 ColumnValues SqliteConnection::initialValues(const jet::Table& table) {
-    SqliteNewRow newRow(*this, table);
-    if (exclusivePeriod() == 0) return newRow.values(newRow.columns());
+    if (exclusivePeriod() == 0) {
+        SqliteNewRow newRow(*this, *session_, table);
+        return newRow.values(newRow.columns());
+    }
+    SqliteNewRow newRow(*this, *session_, table, &known().counters[table.name]);
     std::shared_ptr<const RowStore>& columns = known().columns[table.name];
     if (!columns) columns = std::make_shared<RowStore>(newRow.columns());
     return newRow.values(*columns);
 }
 
+// As long as nobody else can define anything it is what we have made of it.
 bool SqliteConnection::refreshSchema() {
+    const bool isExclusive = exclusivePeriod() != 0;
+    if (isExclusive && known().schemaRead == session_->definitions()) return false;
+    const bool hasChanged = readSchema();
+    if (isExclusive) known().schemaRead = session_->definitions();
+    return hasChanged;
+}
+
+bool SqliteConnection::readSchema() {
     const qint64 version = readSchemaVersion();
     if (version == schemaVersion_) return false;
     schema_.read(*this, *session_);

@@ -1,6 +1,7 @@
 #pragma once
 #include "dao/Connection.h"
 #include "dao/LruCache.h"
+#include "dao/sqlite/SqliteNewRow.h"
 #include "dao/sqlite/SqliteSchema.h"
 #include "dao/sqlite/SqliteSession.h"
 #include "dao/sqlite/SqliteTarget.h"
@@ -56,12 +57,15 @@ private:
         quint64 period = 0;
         std::optional<QSet<QString>> withTriggers;               ///< folded names
         QHash<QString, std::shared_ptr<const RowStore>> columns; ///< for new rows, by table
+        QHash<QString, SqliteCounter> counters;                  ///< likewise
+        std::optional<quint64> schemaRead;                       ///< definitions that the schema shows
     };
 
     KnownTables& known();
     void protect();
     void requireFile() const;
     void command(const QByteArray& native);
+    bool readSchema();
     qint64 readSchemaVersion();
 
     std::shared_ptr<SqliteSession> session_;

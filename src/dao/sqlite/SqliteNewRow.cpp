@@ -1,6 +1,7 @@
 #include "dao/sqlite/SqliteNewRow.h"
 
 #include "dao/Errors.h"
+#include "dao/sqlite/SqliteSession.h"
 #include "jet/model/Target.h"
 
 #include <limits>
@@ -54,15 +55,25 @@ void SqliteNewRow::addDefault(ColumnValues& values, int column, const QByteArray
 qint64 SqliteNewRow::takeCounter(int column) {
     qint64 number = 0;
     const auto take = [&] {
-        number = lastCounter(column) + 1;
+        number = (isKnown() ? known_->number : lastCounter(column)) + 1;
         if (number > std::numeric_limits<mkl::Long>::max()) mkl::throwError(mkl::err::Overflow);
         keepCounter(number);
     };
-    if (connection_.exclusivePeriod() != 0)
-        take(); // nobody comes in between
-    else
+    if (!known_) {
         connection_.transaction().atomically(take);
+        return number;
+    }
+    take(); // nobody comes in between
+    sqlite3_set_last_insert_rowid(session_.database(), 0);
+    *known_ = {number, sqlite3_total_changes64(session_.database())};
     return number;
+}
+
+// Since then nothing was written, or that row alone.
+bool SqliteNewRow::isKnown() const {
+    if (!known_ || known_->number == 0) return false;
+    const qint64 changes = sqlite3_total_changes64(session_.database()) - known_->changes;
+    return changes == 0 || (changes == 1 && sqlite3_last_insert_rowid(session_.database()) == known_->number);
 }
 
 qint64 SqliteNewRow::lastCounter(int column) {

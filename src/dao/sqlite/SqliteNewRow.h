@@ -3,12 +3,24 @@
 
 namespace dao {
 
+class SqliteSession;
+
+/// The number that a counter gave out last, and what had been written then.
+struct SqliteCounter {
+    qint64 number = 0; ///< 0 = none yet
+    qint64 changes = 0;
+};
+
 /// What a new row of a table holds before the program sets anything.
 class SqliteNewRow {
 public:
-    SqliteNewRow(Connection& connection, const jet::Table& table)
+    /// known: what to remember of the table's counter, while nobody else can write.
+    SqliteNewRow(Connection& connection, SqliteSession& session, const jet::Table& table,
+                 SqliteCounter* known = nullptr)
         : connection_(connection)
-        , table_(table) {}
+        , session_(session)
+        , table_(table)
+        , known_(known) {}
 
     /// Defaults as the columns' types store them, and the next number of a counter. A default that is more than a
     /// value of the dialect's functions is left to the engine, which puts it in when the row is stored.
@@ -21,10 +33,13 @@ private:
     /// Takes the next number. Kept in the file at once: two new rows begun at the same time get different ones.
     qint64 takeCounter(int column);
     qint64 lastCounter(int column);
+    bool isKnown() const;
     void keepCounter(qint64 number);
 
     Connection& connection_;
+    SqliteSession& session_;
     const jet::Table& table_;
+    SqliteCounter* known_;
 };
 
 } // namespace dao

@@ -29,6 +29,10 @@ public:
     /// What the statement that is being prepared or run may do.
     Access access() const { return access_; }
 
+    /// How many statements that define tables have run.
+    quint64 definitions() const { return definitions_; }
+    void countDefinition() { ++definitions_; }
+
     /// The tables that statements of the dialect may name.
     void setUserTables(const QStringList& names);
     bool isUserTable(QByteArrayView name) const;
@@ -55,6 +59,7 @@ private:
     std::unique_ptr<sqlite3, Closer> database_;
     QString name_;
     Access access_ = Access::Read;
+    quint64 definitions_ = 0;
     QSet<QByteArray> userTables_; ///< in lower case, as far as the engine folds
     std::optional<mkl::RunTimeError> functionError_;
 };

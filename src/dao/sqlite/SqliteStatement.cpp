@@ -75,6 +75,7 @@ qint64 SqliteStatement::run(std::span<const StoredValue> parameters) {
     const SqliteSession::AccessScope scope(*session_, access_); // it may be prepared anew
     bind(parameters);
     passFaultPoint(*session_, statement_.get());
+    if (access_ == Access::Define) session_->countDefinition();
     int code = SQLITE_OK;
     while ((code = sqlite3_step(statement_.get())) == SQLITE_ROW) {
     }
