@@ -15,7 +15,7 @@ class ImageList;
 class ItemModel;
 
 /// Where the pictures of drags point, in pixels.
-inline constexpr QPoint dragHotSpot{1, 1};
+inline constexpr QPoint dragHotSpot{2, 2};
 
 /// What Drag is to do.
 enum DragActions : Integer { vbCancelDrag = 0, vbBeginDrag = 1, vbEndDrag = 2 };
