@@ -299,6 +299,14 @@ void ArtCatBrowser::setKeepsView(bool keepsView) {
     d_->state.keepsView = keepsView;
 }
 
+Long ArtCatBrowser::springOpenInterval() const {
+    return d_->state.springOpenInterval;
+}
+
+void ArtCatBrowser::setSpringOpenInterval(Long springOpenInterval) {
+    d_->state.springOpenInterval = std::max(0, springOpenInterval);
+}
+
 void ArtCatBrowser::ResizeControl() {
     const auto hub = d_;
     hub->paneLayout->resized();

@@ -47,6 +47,8 @@ class ArtCatBrowser : public UserControl {
     // Beyond what catalogue hosts know.
     Q_PROPERTY(bool editKeys READ editKeys WRITE setEditKeys STORED false DESIGNABLE false)
     Q_PROPERTY(bool keepsView READ keepsView WRITE setKeepsView STORED false DESIGNABLE false)
+    Q_PROPERTY(mkl::Long springOpenInterval READ springOpenInterval WRITE setSpringOpenInterval
+                   STORED false DESIGNABLE false)
 
 public:
     explicit ArtCatBrowser(QWidget* parent = nullptr);
@@ -152,6 +154,10 @@ public:
     /// still exist; what gets selected comes into view all the same. Off unless set. \since 0.1
     bool keepsView() const;
     void setKeepsView(bool keepsView);
+    /// How long, in milliseconds, the mouse rests on a closed node during a drag until the node opens; with it a line
+    /// over the status bar says where a drop would land. 0, unless set: neither. Less than 0 counts as 0. \since 0.1
+    Long springOpenInterval() const;
+    void setSpringOpenInterval(Long springOpenInterval);
 
 Q_SIGNALS:
     /// Another article or category is selected. NewID is its key.

@@ -13,6 +13,7 @@
 #include "browser/CategoryTree.h"
 #include "browser/ContextMenus.h"
 #include "browser/DragDrop.h"
+#include "browser/DragHints.h"
 #include "browser/DropActions.h"
 #include "browser/EditKeys.h"
 #include "browser/HelpSettings.h"
@@ -69,6 +70,7 @@ public:
     const std::unique_ptr<CategoryTree> categoryTree;
     const std::unique_ptr<ContextMenus> contextMenus;
     const std::unique_ptr<DragDrop> dragDrop;
+    const std::unique_ptr<DragHints> dragHints;
     const std::unique_ptr<DropActions> dropActions;
     const std::unique_ptr<EditKeys> editKeys;
     const std::unique_ptr<HelpSettings> helpSettings;

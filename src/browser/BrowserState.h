@@ -50,6 +50,7 @@ struct BrowserState {
 
     bool keepsView = false; ///< extras of ours, off unless the host wants them
     bool editKeys = false;
+    Long springOpenInterval = 0; ///< milliseconds
     Long listCategory = 0; ///< whose articles the list pane shows
 
     DragState drag;

@@ -51,12 +51,14 @@ BrowserUi::BrowserUi(UserControl& face)
     , PB(constituent<ProgressBar>(face, u"PB"_s, TextId::BrowserNameProgress))
     , lblStatus(constituent<QLabel>(face, u"lblStatus"_s, TextId::BrowserNameProgressText))
     , DragTimer(new IntervalTimer(&face))
+    , SpringTimer(new IntervalTimer(&face))
     , ImageDragArticle(hiddenPicture(face, u"ImageDragArticle"_s, DragPicture::MoveArticle))
     , ImageCopyArticle(hiddenPicture(face, u"ImageCopyArticle"_s, DragPicture::CopyArticle))
     , ImageDragFolder(hiddenPicture(face, u"ImageDragFolder"_s, DragPicture::MoveFolder))
     , ImageCopyFolder(hiddenPicture(face, u"ImageCopyFolder"_s, DragPicture::CopyFolder))
     , ImageNoDrop(hiddenPicture(face, u"ImageNoDrop"_s, DragPicture::NoDrop)) {
     DragTimer->setObjectName(u"DragTimer"_s);
+    SpringTimer->setObjectName(u"SpringTimer"_s);
     setHeight(*lblStatus, face.TextHeight(u"Tg"_s));
     lblStatus->lower(); // it shows where the panes are hidden
     lblStatus->setVisible(false);

@@ -62,6 +62,10 @@ void ArtCatBrowserPrivate::connectEvents() {
     connectMenu(*ui.LVArt, acbPaneArticlePool);
     connectMenu(*ui.TV, acbPaneCategoryTree);
     connectMenu(*ui.LV, acbPaneArticleList);
+    QObject::connect(ui.SpringTimer, &IntervalTimer::Timer, &face, [this] {
+        const auto hub = shared_from_this();
+        errorFrame.boundary(u"SpringTimer_Timer"_s, [this] { dragHints->SpringTimer_Timer(); });
+    });
     QObject::connect(ui.SB, &StatusBar::Click, &face, &ArtCatBrowser::Click);
     QObject::connect(ui.SB, &StatusBar::DblClick, &face, &ArtCatBrowser::DblClick);
     QObject::connect(ui.SB, &StatusBar::PanelClick, &face, &ArtCatBrowser::Click);
@@ -107,12 +111,17 @@ void ArtCatBrowserPrivate::connectDrag(ItemView& view, acbPanes pane) {
     QObject::connect(&view, &ItemView::DragOver, &face,
                      [this, pane](ItemView* Source, Single X, Single Y, Integer State) {
                          errorFrame.boundary(u"DragOver"_s, [&] { dragDrop->DragOver(pane, *Source, X, Y, State); });
+                         dragHints->DragOver(pane, X, Y, State);
                      });
     QObject::connect(&view, &ItemView::DragDrop, &face, [this, pane] {
         const auto hub = shared_from_this();
+        dragHints->DragEnd();
         errorFrame.boundary(u"DragDrop"_s, [&] { dropActions->DropOn(pane); });
     });
-    QObject::connect(&view, &ItemView::DragCancelled, &face, [this] { dragDrop->DragEnd(); });
+    QObject::connect(&view, &ItemView::DragCancelled, &face, [this] {
+        dragHints->DragEnd();
+        dragDrop->DragEnd();
+    });
 }
 
 // Behind all other handlers of the release.

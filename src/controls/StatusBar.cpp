@@ -70,7 +70,29 @@ void StatusPanel::mouseDoubleClickEvent(QMouseEvent* event) {
 }
 
 StatusBar::StatusBar(QWidget* parent)
-    : QFrame(parent) {}
+    : QFrame(parent)
+    , overlay_(new QLabel(this)) {
+    overlay_->setObjectName(QStringLiteral("Overlay"));
+    overlay_->setTextFormat(Qt::PlainText);
+    overlay_->setIndent(textMargin);
+    overlay_->setAutoFillBackground(true);
+    overlay_->setAttribute(Qt::WA_TransparentForMouseEvents);
+    overlay_->hide();
+}
+
+QString StatusBar::Overlay() const {
+    return accessibleDescription();
+}
+
+void StatusBar::setOverlay(const QString& text) {
+    if (text == Overlay()) return;
+    setAccessibleDescription(text);
+    overlay_->setGeometry(contentsRect());
+    const int room = overlay_->width() - 2 * textMargin;
+    overlay_->setText(fontMetrics().elidedText(text, Qt::ElideRight, std::max(0, room)));
+    overlay_->raise();
+    overlay_->setVisible(!text.isEmpty());
+}
 
 StatusPanel& StatusBar::addPanel(const QString& key) {
     if (find(key)) throwError(err::KeyNotUnique, {key});

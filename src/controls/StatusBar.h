@@ -57,6 +57,11 @@ public:
     StatusPanel& Panels(const QString& key) const;
     Long PanelCount() const { return static_cast<Long>(panels_.size()); }
 
+    /// A line that stands over the panels until it is empty; they keep their texts. Assistive tools read it as the
+    /// description.
+    QString Overlay() const;
+    void setOverlay(const QString& text);
+
     QSize sizeHint() const override;
 
 Q_SIGNALS:
@@ -77,6 +82,7 @@ private:
     void arrange();
 
     std::vector<StatusPanel*> panels_; // in their order; children of the bar
+    QLabel* const overlay_;
     ClickDetector clicks_;
 };
 

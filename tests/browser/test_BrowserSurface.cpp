@@ -97,6 +97,7 @@ TEST_F(BrowserSurface, properties) {
                                         u"editKeys: bool, get let = false"_s,
                                         u"hWnd: int, get"_s,
                                         u"keepsView: bool, get let = false"_s,
+                                        u"springOpenInterval: int, get let = 0"_s,
                                     }));
 }
 

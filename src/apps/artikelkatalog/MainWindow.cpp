@@ -31,6 +31,8 @@ namespace {
 const QString geometryKey = u"WindowGeometry"_s;
 const QString stateKey = u"WindowState"_s;
 
+constexpr Long springOpenInterval = 700; // ms
+
 void expandLevels(const Ref<Node>& first, int levels) {
     if (levels <= 0) return;
     for (Ref<Node> node = first; node; node = node->Next()) {
@@ -99,6 +101,7 @@ void MainWindow::makeBrowser() {
     browser_->setAppName(text(TextId::ProgramTitle));
     browser_->setEditKeys(true);
     browser_->setKeepsView(true);
+    browser_->setSpringOpenInterval(springOpenInterval);
     browser_->setBackend(session_.database());
     browser_->setWorkspace(session_.workspace());
     browser_->setHelper(newSessionHelper(session_.database()));
