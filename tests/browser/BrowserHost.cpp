@@ -34,7 +34,7 @@ void BrowserHost::makeBrowser() {
     if (qEnvironmentVariableIsSet("MKL_TEST_EXTRAS")) {
         browser->setEditKeys(true);
         browser->setKeepsView(true);
-        browser->setSpringOpenInterval(1);
+        browser->setSpringOpenInterval(700);
     }
     events.record(browser.get(), &ArtCatBrowser::ItemSelected, u"ItemSelected"_s);
     events.record(browser.get(), &ArtCatBrowser::ItemClick, u"ItemClick"_s);

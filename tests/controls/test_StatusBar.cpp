@@ -95,4 +95,26 @@ TEST_F(StatusBarTest, NegativeWidthsHidePanels) {
     EXPECT_EQ(bar.Panels(u"LVArt"_s).Width(), -3000);
 }
 
+TEST_F(StatusBarTest, ALineStandsOverThePanels) {
+    bar.Panels(u"TV"_s).setText(u"12 Kategorien"_s);
+    const auto& line = *bar.findChild<QLabel*>(u"Overlay"_s);
+    const QImage before = bar.grab().toImage();
+    EXPECT_EQ(bar.Overlay(), QString());
+    EXPECT_TRUE(line.isHidden());
+    bar.setOverlay(u"Kopieren nach 'A&B'"_s);
+    EXPECT_EQ(bar.Overlay(), u"Kopieren nach 'A&B'"_s);
+    EXPECT_EQ(bar.accessibleDescription(), bar.Overlay());
+    EXPECT_EQ(line.text(), bar.Overlay());
+    EXPECT_EQ(line.geometry(), bar.rect());
+    EXPECT_EQ(bar.childAt(300, 10), &bar.Panels(u"TV"_s)); // the mouse meets what is below
+    EXPECT_NE(bar.grab().toImage(), before);
+    EXPECT_EQ(bar.Panels(u"TV"_s).Text(), u"12 Kategorien"_s);
+    EXPECT_EQ(bar.PanelCount(), 3);
+    bar.setOverlay(QString(400, u'W'));
+    EXPECT_LT(line.text().size(), 400);
+    bar.setOverlay({});
+    EXPECT_TRUE(line.isHidden());
+    EXPECT_EQ(bar.grab().toImage(), before);
+}
+
 } // namespace mkl
