@@ -47,8 +47,8 @@ class ArtCatBrowser : public UserControl {
     // Beyond what catalogue hosts know.
     Q_PROPERTY(bool editKeys READ editKeys WRITE setEditKeys STORED false DESIGNABLE false)
     Q_PROPERTY(bool keepsView READ keepsView WRITE setKeepsView STORED false DESIGNABLE false)
-    Q_PROPERTY(mkl::Long springOpenInterval READ springOpenInterval WRITE setSpringOpenInterval
-                   STORED false DESIGNABLE false)
+    Q_PROPERTY(
+        mkl::Long springOpenInterval READ springOpenInterval WRITE setSpringOpenInterval STORED false DESIGNABLE false)
 
 public:
     explicit ArtCatBrowser(QWidget* parent = nullptr);

@@ -31,10 +31,10 @@ struct BrowserUi {
     ListView* const LV; ///< articles of the selected category
     StatusBar* const SB;
     ProgressBar* const PB;
-    QLabel* const lblStatus;        ///< over the progress bar
-    IntervalTimer* const DragTimer; ///< between the press and the drag
+    QLabel* const lblStatus;          ///< over the progress bar
+    IntervalTimer* const DragTimer;   ///< between the press and the drag
     IntervalTimer* const SpringTimer; ///< while the mouse rests on a closed node
-    Image* const ImageDragArticle;  ///< what the pointer shows during a drag
+    Image* const ImageDragArticle;    ///< what the pointer shows during a drag
     Image* const ImageCopyArticle;
     Image* const ImageDragFolder;
     Image* const ImageCopyFolder;

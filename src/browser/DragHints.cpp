@@ -66,7 +66,8 @@ QString DragHints::outcomeOnList() const {
         return text(TextId::BrowserDropInsertAt, {name, QString::number(target->Text().toLong())});
     }
     if (!target || target == drag.DragItem || drag.DragCopy == 1) return {};
-    return text(TextId::BrowserDropOnPosition, {QString::number(drag.DragItem->Text().toLong()), QString::number(target->Text().toLong())});
+    return text(TextId::BrowserDropOnPosition,
+                {QString::number(drag.DragItem->Text().toLong()), QString::number(target->Text().toLong())});
 }
 
 } // namespace mkl

@@ -14,7 +14,7 @@ struct DragState {
     Ref<ListItem> DropItem; ///< the list's row that was last under the mouse
     Ref<Node> DragNode;     ///< the node under the press
     Ref<Node> DropNode;     ///< the node that was last under the mouse
-    Ref<Node> springNode;     ///< the closed node on which the mouse rests
+    Ref<Node> springNode;   ///< the closed node on which the mouse rests
     Ref<Node> clickedNode;  ///< whose click logic the press has run
 };
 

@@ -1,8 +1,5 @@
 // A user who edits a catalogue by keys alone, with the program's real dialogs.
-#include "catalogue/CatalogueImport.h"
-#include "desktop/BrowserWindow.h"
-
-#include <QTimer>
+#include "desktop/EditingWindow.h"
 
 using namespace Qt::StringLiterals;
 using namespace mkl;
@@ -10,78 +7,7 @@ using namespace mkl::desktop;
 
 namespace {
 
-class EditByKeys : public BrowserWindow {
-protected:
-    EditByKeys() { setAsker(nullptr); } // the user answers
-
-    QString makeCatalogue() override {
-        const QString file = folder_.path(u"Garten.sqlite"_s);
-        importCatalogue(QStringLiteral(MKL_SOURCE_DIR "/tests/data/catalogue-small.mdb"), file);
-        return file;
-    }
-
-    void SetUp() override {
-        BrowserWindow::SetUp();
-        reader_ = dao::DBEngine::CreateWorkspace()->OpenDatabase(folder_.path(u"Garten.sqlite"_s));
-    }
-
-    static QWidget* dialog() { return QApplication::activeModalWidget(); }
-
-    static void type(const QString& typed) { xdotool({u"type"_s, u"--delay"_s, u"20"_s, typed}); }
-
-    /// Presses keys that open a dialog; the user answers as soon as it has the keyboard.
-    static void pressAndAnswer(const QString& keys, const std::function<void()>& answer) {
-        bool isAnswered = false;
-        QTimer user;
-        QObject::connect(&user, &QTimer::timeout, &user, [&] {
-            if (isAnswered || !dialog() || !dialog()->isActiveWindow()) return;
-            isAnswered = true;
-            answer();
-        });
-        user.start(20);
-        press(keys);
-        EXPECT_TRUE(waitUntil([&] { return isAnswered && !dialog(); })) << keys.toStdString();
-        if (dialog()) dialog()->close();
-    }
-
-    void selectCategory(const Ref<Node>& node) const {
-        click(textOf(*node));
-        ASSERT_TRUE(waitUntil([&] { return tree_->hasFocus() && tree_->SelectedItem() == node; }));
-    }
-    Ref<Node> category(Long key) const { return tree_->Nodes().Item(u"A-%1"_s.arg(key)); }
-    void clickRow(ListView& list, Long row) const {
-        click(rowOf(list, row));
-        ASSERT_TRUE(waitUntil([&] { return list.hasFocus() && list.SelectedItem() == list.ListItems().Item(row); }));
-    }
-    ListView& list() const { return *browser().ArticleListView(); }
-    ListView& pool() const { return *browser().ArticlePoolListView(); }
-
-    /// What another program reads: the first column of the rows.
-    QString stored(const QString& query) const {
-        QStringList values;
-        for (const auto rows = reader_->OpenRecordset(query, dao::dbOpenSnapshot); !rows->Eof(); rows->MoveNext())
-            values.append(rows->value(0).toText());
-        return values.join(u' ');
-    }
-    QString roots() const {
-        return stored(
-            u"SELECT [Kategorie-Schlüssel] FROM [ARTIKEL/KATEGORIEN] WHERE Parent Is Null ORDER BY [Order]"_s);
-    }
-    QString ofCategory(Long key, const QString& column) const {
-        return stored(u"SELECT [%1] FROM [ARTIKEL/KATEGORIEN] WHERE [Kategorie-Schlüssel]=%2"_s.arg(column).arg(key));
-    }
-    QString articlesOf(Long key) const {
-        return stored(
-            u"SELECT [Artikel-Schlüssel] & '@' & [Order] FROM ARTKAT WHERE [Kategorie-Schlüssel]=%1 ORDER BY [Order]"_s
-                .arg(key));
-    }
-    void expectSoon(const std::function<QString()>& value, const QString& expected) const {
-        EXPECT_TRUE(waitUntil([&] { return value() == expected; }))
-            << value().toStdString() << " instead of " << expected.toStdString();
-    }
-
-    Ref<dao::Database> reader_;
-};
+using EditByKeys = EditingWindow;
 
 TEST_F(EditByKeys, Categories) {
     selectCategory(category(83));
