@@ -46,6 +46,7 @@ Result fillWidgetRow();
 Result fillMemoryRow();
 Result clickRow();
 Result scrollRow();
+Result dragRow();
 Result renumberRow();
 Result moveRow();
 Result addRow();

@@ -37,7 +37,8 @@ const std::vector<Row>& rows() {
         {u"fillqt"_s, fillWidgetRow}, {u"fillmem"_s, fillMemoryRow}, {u"click"_s, clickRow},
         {u"scroll"_s, scrollRow},     {u"renumber"_s, renumberRow},  {u"move"_s, moveRow},
         {u"add"_s, addRow},           {u"drop"_s, dropRow},          {u"deltree"_s, deleteTreeRow},
-        {u"level"_s, sortLevelRow},   {u"search"_s, searchRow},      {u"copy"_s, copyRow}};
+        {u"level"_s, sortLevelRow},   {u"search"_s, searchRow},      {u"copy"_s, copyRow},
+        {u"drag"_s, dragRow}};
     return all;
 }
 
