@@ -25,8 +25,8 @@ protected:
     void moveTo(const QPoint& onScreen);
     void release();
     /// Lets go of it in order to be asked.
-    void releaseAndAnswer(const std::function<void()>& answer) {
-        doAndAnswer([this] { release(); }, answer);
+    void releaseAndAnswer(const Answer& answer) {
+        doAndAnswer([this] { release(); }, {answer});
     }
     void releaseKey();
 

@@ -2,6 +2,7 @@
 
 #include "catalogue/CatalogueImport.h"
 
+#include <QPointer>
 #include <QTimer>
 
 namespace mkl::desktop {
@@ -17,17 +18,21 @@ void EditingWindow::SetUp() {
     reader_ = others_->OpenDatabase(folder_.path(u"Garten.sqlite"_s));
 }
 
-void EditingWindow::doAndAnswer(const std::function<void()>& action, const std::function<void()>& answer) {
-    bool isAnswered = false;
+// A dialog more than there are answers would wait for ever.
+void EditingWindow::doAndAnswer(const std::function<void()>& action, const std::vector<Answer>& answers) {
+    size_t next = 0;
+    QPointer<QWidget> answered;
     QTimer user;
     QObject::connect(&user, &QTimer::timeout, &user, [&] {
-        if (isAnswered || !dialog() || !dialog()->isActiveWindow()) return;
-        isAnswered = true;
-        answer();
+        if (!dialog() || dialog() == answered || !dialog()->isActiveWindow()) return;
+        answered = dialog();
+        if (next < answers.size()) return answers[next++]();
+        ADD_FAILURE() << "nobody expects " << dialog()->metaObject()->className();
+        dialog()->close();
     });
     user.start(20);
     action();
-    EXPECT_TRUE(waitUntil([&] { return isAnswered && !dialog(); }));
+    EXPECT_TRUE(waitUntil([&] { return next == answers.size() && !dialog(); }));
     if (dialog()) dialog()->close();
 }
 

@@ -14,10 +14,11 @@ protected:
     static QWidget* dialog() { return QApplication::activeModalWidget(); }
     static void type(const QString& typed) { xdotool({u"type"_s, u"--delay"_s, u"20"_s, typed}); }
 
-    /// Does what opens a dialog; the user answers as soon as it has the keyboard.
-    static void doAndAnswer(const std::function<void()>& action, const std::function<void()>& answer);
-    static void pressAndAnswer(const QString& keys, const std::function<void()>& answer) {
-        doAndAnswer([&] { press(keys); }, answer);
+    using Answer = std::function<void()>;
+    /// Does what opens dialogs one after the other; the user answers each as soon as it has the keyboard.
+    static void doAndAnswer(const std::function<void()>& action, const std::vector<Answer>& answers);
+    static void pressAndAnswer(const QString& keys, const Answer& answer) {
+        doAndAnswer([&] { press(keys); }, {answer});
     }
 
     void selectCategory(const Ref<Node>& node) const;
