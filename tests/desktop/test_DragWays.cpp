@@ -14,7 +14,7 @@ protected:
     void SetUp() override {
         DragWindow::SetUp();
         before_ = everything();
-        for (const ItemView* view : {static_cast<ItemView*>(tree_), static_cast<ItemView*>(&list())}) {
+        for (const ItemView* view : std::initializer_list<ItemView*>{tree_, &list(), &pool()}) {
             QObject::connect(view, &ItemView::DragOver, &window_, [this] { ++overs_; });
             QObject::connect(view, &ItemView::DragDrop, &window_, [this] { ++drops_; });
             QObject::connect(view, &ItemView::DragCancelled, &window_, [this] { ++cancelled_; });
@@ -29,6 +29,11 @@ protected:
     int overs_ = 0;
     int drops_ = 0;
     int cancelled_ = 0;
+};
+
+class DragOverALongTree : public DragWays {
+protected:
+    QString makeCatalogue() override { return folder_.demo(u"Garten.sqlite"_s, 120); }
 };
 
 TEST_F(DragWays, AShortClick) {
@@ -126,24 +131,22 @@ TEST_F(DragWays, AnotherProgramDeletesTheTarget) {
     expectNothing();
 }
 
-TEST_F(DragWays, TheWheelAndTheEdgesScroll) {
-    window_.resize(900, 260);
-    ASSERT_TRUE(waitUntil([&] { return tree_->verticalScrollBar()->maximum() > 2; }));
-    selectCategory(category(13));
-    tree_->scrollToTop();
+TEST_F(DragOverALongTree, TheWheelAndTheEdgesScroll) {
     const QScrollBar& bar = *tree_->verticalScrollBar();
-    dragFrom(rowOf(list(), 1));
-    moveTo(nodeAt(53));
+    ASSERT_GT(bar.maximum(), 20);
+    const auto inTree = [this](int y) { return tree_->viewport()->mapToGlobal(QPoint(60, y)); };
+    dragFrom(rowOf(pool(), 1));
+    moveTo(inTree(100));
+    ASSERT_TRUE(waitUntil([&] { return static_cast<bool>(tree_->DropHighlight()); }));
     const Ref<Node> under = tree_->DropHighlight();
-    ASSERT_TRUE(under);
     xdotool({u"click"_s, u"5"_s});
     ASSERT_TRUE(waitUntil([&] { return bar.value() > 0; }));
     EXPECT_TRUE(waitUntil([&] { return tree_->DropHighlight() != under; })); // another one lies there now
     EXPECT_TRUE(drags());
-    const QPoint lowerEdge = tree_->viewport()->mapToGlobal(QPoint(60, tree_->viewport()->height() - 6));
-    moveTo(lowerEdge);
+    moveTo(inTree(tree_->viewport()->height() - 6));
     EXPECT_TRUE(waitUntil([&] { return bar.value() == bar.maximum(); }));
-    moveTo(tree_->viewport()->mapToGlobal(QPoint(60, 6)));
+    keepPicture(u"drag-scrolled"_s);
+    moveTo(inTree(6));
     EXPECT_TRUE(waitUntil([&] { return bar.value() == 0; }));
     press(u"Escape"_s);
     EXPECT_TRUE(waitUntil([&] { return cancelled_ == 1; }));
