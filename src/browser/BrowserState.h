@@ -51,7 +51,7 @@ struct BrowserState {
     bool keepsView = false; ///< extras of ours, off unless the host wants them
     bool editKeys = false;
     Long springOpenInterval = 0; ///< milliseconds
-    Long listCategory = 0; ///< whose articles the list pane shows
+    Long listCategory = 0;       ///< whose articles the list pane shows
 
     DragState drag;
     PaneFocus focus; ///< of the panes that a display of a read has hidden
