@@ -57,6 +57,15 @@ protected:
     MainWindow window_{settings_};
 };
 
+TEST_F(MainWindowTest, TheBrowsersQuitClosesIt) {
+    ASSERT_TRUE(window_.showFile(folder_.demo(u"Werkzeug.sqlite"_s, 10)));
+    window_.show();
+    Q_EMIT window_.browser()->Quit();
+    EXPECT_TRUE(window_.isVisible()) << "not in the middle of the control's own event";
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(window_.isVisible());
+}
+
 TEST_F(MainWindowTest, StartsWithoutACatalogue) {
     EXPECT_EQ(window_.windowTitle(), u"Artikelkatalog"_s);
     EXPECT_EQ(window_.browser(), nullptr);

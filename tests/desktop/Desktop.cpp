@@ -35,10 +35,24 @@ void press(const QString& keys) {
     xdotool({u"key"_s, keys});
 }
 
-void keepPicture(const QString& name) {
+namespace {
+
+QString pictureFile(const QString& name) {
     const QString folder = QStringLiteral(MKL_ARTEFACTS_DIR);
     QDir().mkpath(folder);
-    runTool(u"import"_s, {u"-window"_s, u"root"_s, folder + u'/' + name + u".png"_s});
+    return folder + u'/' + name + u".png"_s;
+}
+
+} // namespace
+
+void keepPicture(const QString& name) {
+    runTool(u"import"_s, {u"-window"_s, u"root"_s, pictureFile(name)});
+}
+
+void keepPicture(const QString& name, const QRect& part) {
+    const QString where = u"%1x%2+%3+%4"_s.arg(part.width()).arg(part.height()).arg(part.x()).arg(part.y());
+    runTool(u"import"_s, {u"-window"_s, u"root"_s, u"-crop"_s, where, u"+repage"_s, u"+dither"_s, u"-colors"_s, u"64"_s,
+                          u"-strip"_s, u"PNG8:"_s + pictureFile(name)});
 }
 
 } // namespace mkl::desktop

@@ -2,6 +2,7 @@
 // A real mouse and keyboard for a window on a real display.
 #include <QElapsedTimer>
 #include <QProcess>
+#include <QRect>
 #include <QStringList>
 #include <functional>
 #include <gtest/gtest.h>
@@ -23,5 +24,7 @@ void press(const QString& keys);
 
 /// Keeps a picture of the whole screen among the build's artefacts.
 void keepPicture(const QString& name);
+/// The same of a part of the screen, with as few colours as a manual needs.
+void keepPicture(const QString& name, const QRect& part);
 
 } // namespace mkl::desktop

@@ -111,6 +111,7 @@ void MainWindow::makeBrowser() {
     browser_->setShowArticleList(listEntry_->isChecked());
     allowEntries();
     events_->watch(*browser_);
+    connect(browser_.get(), &ArtCatBrowser::Quit, this, &QWidget::close, Qt::QueuedConnection);
     filters_->setBrowser(browser_.get());
     pages_->addWidget(browser_.get());
     pages_->setCurrentWidget(browser_.get());

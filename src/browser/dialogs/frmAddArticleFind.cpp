@@ -4,6 +4,7 @@
 #include "browser/dialogs/DialogGeometry.h"
 #include "controls/Extender.h"
 #include "controls/KeyCodes.h"
+#include "controls/ToolTip.h"
 
 #include <algorithm>
 
@@ -73,6 +74,7 @@ void frmAddArticleFind::Activate() {
     setHeight(bottom(TB) + rowGap / 2);
     setSizable(false);
     txtArtikelname.setCursorPosition(0); // a long name shows from its beginning
+    txtArtikelname.setToolTip(plainToolTip(txtArtikelname.Text()));
 }
 
 void frmAddArticleFind::arrangeFrame2(Single width) {

@@ -108,6 +108,14 @@ TEST_F(frmAddArticleFindTest, ItsTextsAreFieldsOfTheHelper) {
     }
 }
 
+TEST_F(frmAddArticleFindTest, ALongNameShowsFromItsBeginningAndInFullAsAToolTip) {
+    form.txtArtikelname.setText(QString(300, u'x') + u"<b>"_s);
+    EXPECT_TRUE(isStoppedAfter(key(Qt::Key_Escape)));
+    EXPECT_EQ(form.txtArtikelname.cursorPosition(), 0);
+    EXPECT_TRUE(form.txtArtikelname.toolTip().contains(QString(300, u'x')));
+    EXPECT_FALSE(form.txtArtikelname.toolTip().contains(u"<b>"_s));
+}
+
 TEST_F(frmAddArticleFindTest, EveryControlHasAName) {
     isStoppedAfter([](QDialog& shown) {
         EXPECT_EQ(namelessControls(shown), QStringList());
