@@ -8,6 +8,7 @@
 #include "support/ScriptedPump.h"
 
 #include <QAction>
+#include <QCoreApplication>
 #include <QFileDialog>
 #include <QMenu>
 #include <QPushButton>
