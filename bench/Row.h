@@ -55,5 +55,6 @@ Result deleteTreeRow();
 Result sortLevelRow();
 Result copyRow();
 Result searchRow();
+Result searchPatternRow();
 
 } // namespace bench

@@ -37,8 +37,8 @@ const std::vector<Row>& rows() {
         {u"fillqt"_s, fillWidgetRow}, {u"fillmem"_s, fillMemoryRow}, {u"click"_s, clickRow},
         {u"scroll"_s, scrollRow},     {u"renumber"_s, renumberRow},  {u"move"_s, moveRow},
         {u"add"_s, addRow},           {u"drop"_s, dropRow},          {u"deltree"_s, deleteTreeRow},
-        {u"level"_s, sortLevelRow},   {u"search"_s, searchRow},      {u"copy"_s, copyRow},
-        {u"drag"_s, dragRow}};
+        {u"level"_s, sortLevelRow},   {u"search"_s, searchRow},      {u"searchlike"_s, searchPatternRow},
+        {u"copy"_s, copyRow},         {u"drag"_s, dragRow}};
     return all;
 }
 
@@ -47,7 +47,7 @@ QString figureText(double figure, const QString& unit) {
 }
 
 void printLine(const QStringList& cells) {
-    static constexpr int widths[] = {8, 78, 14, 62, 5, 11};
+    static constexpr int widths[] = {10, 78, 14, 62, 5, 11};
     QString line;
     for (int column = 0; column < cells.size(); ++column)
         line += u"| "_s + cells[column].leftJustified(widths[column]) + u' ';
