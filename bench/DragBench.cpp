@@ -91,6 +91,7 @@ double dragMs() {
     mkl::Ref<mkl::Node> last;
     const double ms = medianMs([&](int move) {
         QCursor::setPos(tree.viewport()->mapToGlobal(placeOf(tree, move)));
+        QApplication::processEvents();
         QApplication::processEvents(); // the rows are painted
         highlights += std::exchange(last, tree.DropHighlight()) != tree.DropHighlight();
     });
