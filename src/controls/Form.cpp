@@ -84,6 +84,8 @@ void Form::holdSize() {
 
 // Centred over the owner's window, where the toolkit would do it over a parent.
 void Form::showEvent(QShowEvent* event) {
+    if (wasShown_) setAttribute(Qt::WA_Moved); // shown again it stands where the user left it
+    if (!event->spontaneous()) wasShown_ = true;
     if (owner_ && !event->spontaneous() && !testAttribute(Qt::WA_Moved)) {
         adjustPosition(owner_);
         QDialog::showEvent(event);

@@ -64,6 +64,7 @@ private:
     KeyPreview keys_;
     bool sizable_ = true;
     bool owned_ = false;
+    bool wasShown_ = false;
     QPointer<QWidget> owner_;
 };
 

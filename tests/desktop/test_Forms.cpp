@@ -168,6 +168,22 @@ TEST_F(FormsTest, StandsOverItsOwnersWindow) {
     });
 }
 
+TEST_F(FormsTest, ShownAgainItStandsWhereTheUserLeftIt) {
+    frmNewPosition form(owner_);
+    QPoint place;
+    show(form, [&] {
+        xdotool({u"windowmove"_s, QString::number(form.winId()), u"60"_s, u"420"_s});
+        EXPECT_TRUE(waitUntil([&] { return (form.pos() - QPoint(60, 420)).manhattanLength() < 60; }));
+        place = form.geometry().topLeft();
+        press(u"Escape"_s);
+    });
+    for (int times = 0; times < 3; ++times)
+        show(form, [&] {
+            EXPECT_LE((form.geometry().topLeft() - place).manhattanLength(), 2) << times;
+            press(u"Escape"_s);
+        });
+}
+
 TEST_F(FormsTest, ItsOwnersWindowMayGo) {
     frmNewPosition form(owner_);
     form.chkCancel.setValue(0);
