@@ -181,7 +181,7 @@ TEST_F(Menus, OfTheTreeByAccessKeys) {
     answering({u"l"_s}, [] { press(u"alt+j"_s); });
     EXPECT_EQ(roots(), before);
     openAt(nodeAt(83), u"KTV"_s);
-    pressInMenu({u"e"_s});
+    doAndAnswer([&] { pressInMenu({u"e"_s}); }, {[] { press(u"Return"_s); }});
     EXPECT_TRUE(waitUntil([&] { return told_ == QStringList{u"properties 83 in 2"_s}; }));
 }
 
@@ -202,7 +202,7 @@ TEST_F(Menus, OfTheTreeByMouse) {
     expectSoon([&] { return activeCategory(83); }, u"nein"_s);
     clickEntryAt(nodeAt(83), u"KTV"_s, u"kTV_Activate"_s);
     expectSoon([&] { return activeCategory(83); }, u"ja"_s);
-    clickEntryAt(nodeAt(83), u"KTV"_s, u"kTV_Properties"_s);
+    clickEntryAndAnswer(nodeAt(83), u"KTV"_s, u"kTV_Properties"_s, [] { press(u"Return"_s); });
     EXPECT_TRUE(waitUntil([&] { return told_ == QStringList{u"properties 83 in 2"_s}; }));
     clickEntryAt(nodeAt(83), u"KTV"_s, u"kTV_Close"_s);
     EXPECT_TRUE(waitUntil([&] { return told_.last() == u"quit"_s; }));
@@ -237,8 +237,7 @@ TEST_F(Menus, OfTheListByAccessKeys) {
     openAt(rowOf(list(), 1), u"KLV"_s);
     pressInMenu({was == u"ja"_s ? u"d"_s : u"a"_s});
     expectSoon([&] { return active(article); }, was == u"ja"_s ? u"nein"_s : u"ja"_s);
-    openAt(rowOf(list(), 1), u"KLV"_s);
-    pressInMenu({u"e"_s});
+    answering(1, {u"e"_s}, [] { press(u"Return"_s); });
     EXPECT_TRUE(waitUntil([&] { return told_ == QStringList{u"properties %1 in 1"_s.arg(article)}; }));
 }
 
@@ -251,7 +250,7 @@ TEST_F(Menus, OfTheListByMouse) {
     const QString was = active(44);
     clickEntryAt(rowOf(list(), 1), u"KLV"_s, u"kLV_Activate"_s);
     expectSoon([&] { return active(44); }, was == u"ja"_s ? u"nein"_s : u"ja"_s);
-    clickEntryAt(rowOf(list(), 1), u"KLV"_s, u"kLV_Properties"_s);
+    clickEntryAndAnswer(rowOf(list(), 1), u"KLV"_s, u"kLV_Properties"_s, [] { press(u"Return"_s); });
     clickEntryAt(rowOf(list(), 1), u"KLV"_s, u"kLV_Close"_s);
     EXPECT_TRUE(waitUntil([&] { return told_ == (QStringList{u"properties 44 in 1"_s, u"quit"_s}); }));
 }
@@ -372,7 +371,7 @@ TEST_F(Menus, RestOfThePool) {
     clickEntryAt(rowOf(pool(), 2), u"KLVArt"_s, u"KLVArt_Activate"_s);
     expectSoon([&] { return active(article); }, was);
     openAt(rowOf(pool(), 2), u"KLVArt"_s);
-    pressInMenu({u"e"_s});
+    doAndAnswer([&] { pressInMenu({u"e"_s}); }, {[] { press(u"Return"_s); }});
     openAt(rowOf(pool(), 2), u"KLVArt"_s);
     pressInMenu({u"i"_s});
     EXPECT_TRUE(waitUntil([&] { return told_ == (QStringList{u"properties %1 in 0"_s.arg(article), u"quit"_s}); }));

@@ -4,6 +4,7 @@
 #include "apps/artikelkatalog/EventPanel.h"
 #include "apps/artikelkatalog/Failure.h"
 #include "apps/artikelkatalog/FilterPanel.h"
+#include "apps/artikelkatalog/PropertiesText.h"
 #include "apps/artikelkatalog/StartPage.h"
 #include "base/Texts.h"
 #include "browser/ArtCatBrowser.h"
@@ -111,12 +112,25 @@ void MainWindow::makeBrowser() {
     browser_->setShowArticleList(listEntry_->isChecked());
     allowEntries();
     events_->watch(*browser_);
+    connect(browser_.get(), &ArtCatBrowser::MenuPropertiesClick, this, &MainWindow::showProperties,
+            Qt::QueuedConnection);
     connect(browser_.get(), &ArtCatBrowser::Quit, this, &QWidget::close, Qt::QueuedConnection);
     filters_->setBrowser(browser_.get());
     pages_->addWidget(browser_.get());
     pages_->setCurrentWidget(browser_.get());
     browser_->resize(pages_->size()); // a window that is not on show yet has not done it
     view_.applyWidths(*browser_);
+}
+
+void MainWindow::showProperties(Long key, acbPanes pane) {
+    constexpr Long recordNotFound = -1072;
+    const Ref<dao::Database> database = session_.database();
+    if (!database) return; // closed meanwhile
+    QString shown;
+    const auto fails = [] { showFailure(text(TextId::ProgramNoProperties)); };
+    if (!succeeds([&] { shown = propertiesText(*database, key, pane); }, fails)) return;
+    const bool isGone = shown.isEmpty();
+    asker().ask({.text = isGone ? codedText(recordNotFound) : shown, .flags = isGone ? vbExclamation : vbInformation});
 }
 
 void MainWindow::closeBrowser() {

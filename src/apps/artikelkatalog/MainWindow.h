@@ -3,6 +3,7 @@
 #include "apps/artikelkatalog/CatalogueSession.h"
 #include "apps/artikelkatalog/RecentFiles.h"
 #include "apps/artikelkatalog/SenderChoice.h"
+#include "browser/ArtCatBrowserEnums.h"
 
 #include <QMainWindow>
 #include <functional>
@@ -64,6 +65,7 @@ private:
     void chooseImport();
     QString chosenFile(const QString& title, const QStringList& filters);
     void showAbout() const;
+    void showProperties(Long key, acbPanes pane);
     bool showCatalogue(const QString& file);
     bool openSession(const QString& file);
     void makeBrowser();
