@@ -20,11 +20,13 @@ public:
     }
 
 protected:
-    virtual ~RefCounted() = default;
+    virtual ~RefCounted() = 0; // never an object by itself
 
 private:
     mutable std::atomic<int> count_{0};
 };
+
+inline RefCounted::~RefCounted() = default;
 
 /// An object variable. Using an empty one raises run-time error 91; get() does not.
 template<class T>
