@@ -15,7 +15,13 @@ void DragWindow::SetUp() {
 // Nothing stays held for the next test.
 void DragWindow::TearDown() {
     xdotool({u"keyup"_s, u"ctrl"_s, u"keyup"_s, u"shift"_s, u"mouseup"_s, u"1"_s, u"mouseup"_s, u"3"_s});
-    EXPECT_TRUE(waitUntil([] { return QGuiApplication::mouseButtons() == Qt::NoButton; }));
+    // Where a press has closed a menu the release may be lost; only the next press tells how the buttons stand.
+    const QPoint place = window_.mapToGlobal(QPoint(window_.width() / 2, window_.height() - 4));
+    EXPECT_TRUE(waitUntil([&] {
+        if (QGuiApplication::mouseButtons() == Qt::NoButton) return true;
+        xdotool(toPoint(place) << u"click"_s << u"2"_s);
+        return false;
+    }));
 }
 
 QPoint DragWindow::middleOf(const char* name) const {
