@@ -43,9 +43,12 @@ public:
     virtual qint64 run(std::span<const StoredValue> parameters) = 0;
     /// True once after the engine had to prepare it anew since something about the tables changed.
     virtual bool takeStale() = 0;
+    /// NotExpressible where the engine would give something else in place of values of these types.
+    virtual void requireTypes(const QList<jet::ColumnType>& /*types*/) {}
 };
 
 class PendingRead;
+class Substitute;
 
 class Connection {
 public:
@@ -106,6 +109,8 @@ public:
     /// What a new row of the table holds by itself; takes the next number of a counter for it.
     virtual ColumnValues initialValues(const jet::Table& table) = 0;
     virtual const jet::Target& target() const = 0;
+    /// Runs the statements that the engine cannot express; nullptr where it can express all. See Substitute.h.
+    virtual Substitute* substitute() { return nullptr; }
 
 private:
     Transaction transaction_{*this};

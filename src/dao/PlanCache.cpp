@@ -1,5 +1,6 @@
 #include "dao/PlanCache.h"
 
+#include "dao/Substitute.h"
 #include "jet/Compiler.h"
 #include "jet/functions/Operators.h"
 
@@ -21,11 +22,22 @@ Access accessOf(const jet::Plan& plan) {
     return plan.kind == jet::StatementKind::Select ? Access::Read : Access::Write;
 }
 
+QList<jet::ColumnType> typesOf(const QList<jet::OutputColumn>& columns) {
+    QList<jet::ColumnType> types;
+    for (const jet::OutputColumn& column : columns)
+        types.append(column.type);
+    return types;
+}
+
 std::shared_ptr<Translation> translate(QStringView text, Connection& connection) {
     auto result = std::make_shared<Translation>();
     result->plan = jet::compileStatement(text, connection.schema(), connection.target());
     result->columns = std::make_shared<Columns>(result->plan.columns);
-    result->statement = connection.prepare(result->plan.native, accessOf(result->plan));
+    const auto writeFor = [text = text.toString(), &connection](const jet::Target& target) {
+        return jet::compileStatement(text, connection.schema(), target).native;
+    };
+    result->statement = prepareOrSubstitute(connection, result->plan.native, accessOf(result->plan),
+                                            typesOf(result->plan.columns), writeFor);
     return result;
 }
 
@@ -34,8 +46,16 @@ std::shared_ptr<DynasetTranslation> translateDynaset(QStringView text, Connectio
     result->plan = jet::compileDynaset(text, connection.schema(), connection.target());
     result->columns = std::make_shared<Columns>(result->plan.columns);
     if (!result->plan.updatable) return result;
-    result->keys = connection.prepare(result->plan.keys.text);
-    result->row = connection.prepare(result->plan.row.text);
+    const auto compile = [text = text.toString(), &connection](const jet::Target& target) {
+        return jet::compileDynaset(text, connection.schema(), target);
+    };
+    result->keys =
+        prepareOrSubstitute(connection, result->plan.keys.text, Access::Read, result->plan.keyTypes,
+                            [compile](const jet::Target& target) { return compile(target).keys.text; });
+    result->row =
+        prepareOrSubstitute(connection, result->plan.row.text, Access::Read,
+                            typesOf(result->plan.columns) + result->plan.keyTypes,
+                            [compile](const jet::Target& target) { return compile(target).row.text; });
     return result;
 }
 

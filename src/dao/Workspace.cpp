@@ -4,6 +4,7 @@
 #include "dao/Connection.h"
 #include "dao/Errors.h"
 #include "dao/WorkspaceNotifier.h"
+#include "dao/postgres/PostgresServer.h"
 #include "dao/sqlite/SqliteFile.h"
 
 #include <QDebug>
@@ -49,6 +50,15 @@ void Workspace::Data::rollbackTo(int newDepth) {
             connection->transaction().rollback();
 }
 
+namespace {
+
+// The one place that chooses the engine.
+std::shared_ptr<Connection> openConnection(const QString& name, const OpenOptions& options) {
+    return isPostgresUrl(name) ? openPostgres(name, options) : openSqlite(name, options);
+}
+
+} // namespace
+
 Workspace::Workspace()
     : d_(std::make_unique<Data>()) {}
 
@@ -66,7 +76,7 @@ mkl::Ref<Database> Workspace::OpenDatabase(const QString& name, const OpenOption
     OpenOptions effective = options;
     if (options.busyTimeoutMilliseconds == OpenOptions().busyTimeoutMilliseconds)
         effective.busyTimeoutMilliseconds = d_->busyTimeout;
-    return d_->adopt(name, openSqlite(name, effective));
+    return d_->adopt(name, openConnection(name, effective));
 }
 
 mkl::Ref<Database> Workspace::CreateDatabase(const QString& name) {

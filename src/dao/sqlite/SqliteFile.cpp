@@ -95,4 +95,8 @@ std::shared_ptr<Connection> createSqlite(const QString& name) {
     }
 }
 
+std::shared_ptr<Connection> openSqliteInMemory() {
+    return connect(u"memory"_s, ":memory:", SQLITE_OPEN_READWRITE, {});
+}
+
 } // namespace dao

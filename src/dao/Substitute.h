@@ -1,0 +1,32 @@
+#pragma once
+#include "dao/Connection.h"
+
+#include <functional>
+
+namespace dao {
+
+/// Thrown where an engine cannot express a statement of the dialect, or meets a value for which it cannot.
+class NotExpressible final : public std::exception {
+public:
+    const char* what() const noexcept override { return "not expressible by the engine"; }
+};
+
+/// Runs statements in place of an engine that cannot express them.
+class Substitute {
+public:
+    virtual ~Substitute() = default;
+    /// What its texts are written for.
+    virtual const jet::Target& target() const = 0;
+    /// As Connection::prepare().
+    virtual std::shared_ptr<Statement> prepare(const QByteArray& native, Access access) = 0;
+};
+
+/// Writes the statement anew for another engine.
+using WriteFor = std::function<QByteArray(const jet::Target&)>;
+
+/// The native text prepared. Where the engine cannot express it, or cannot for the values of a run, the substitute of
+/// the connection runs what is written for it. types are those of the columns that a query gives; empty for an action.
+std::shared_ptr<Statement> prepareOrSubstitute(Connection& connection, const QByteArray& native, Access access,
+                                               const QList<jet::ColumnType>& types, WriteFor write);
+
+} // namespace dao

@@ -1,0 +1,144 @@
+#include "dao/postgres/PostgresConnection.h"
+
+#include "dao/Errors.h"
+#include "dao/postgres/PostgresFunctions.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace dao {
+
+PostgresConnection::PostgresConnection(std::shared_ptr<PostgresSession> session, bool readOnly,
+                                       int busyTimeoutMilliseconds)
+    : session_(std::move(session))
+    , readOnly_(readOnly)
+    , busyTimeout_(busyTimeoutMilliseconds)
+    , localRows_(*this, schema_) {
+    session_->setReconnecting([this] { return transaction().depth() == 0; }, [this] { applySettings(); });
+    applySettings();
+    PostgresFunctions::install(*session_);
+    refreshSchema();
+}
+
+void PostgresConnection::applySettings() {
+    session_->script("SET search_path = public, mkl; SET client_encoding = 'UTF8'; SET TimeZone = 'UTC'; "
+                     "SET client_min_messages = warning; SET bytea_output = 'hex'; SET DateStyle = 'ISO, YMD'");
+    session_->script(QByteArray("SET default_transaction_read_only = ") + (readOnly_ ? "on" : "off"));
+    setBusyTimeout(busyTimeout_);
+}
+
+// The server takes 0 for waiting without end.
+void PostgresConnection::setBusyTimeout(int milliseconds) {
+    session_->script("SET lock_timeout = " + QByteArray::number(std::max(1, milliseconds)));
+    busyTimeout_ = milliseconds;
+}
+
+void PostgresConnection::close() {
+    statements_.clear();
+    session_->close();
+}
+
+std::shared_ptr<Statement> PostgresConnection::prepare(const QByteArray& native, Access access) {
+    return std::make_shared<PostgresStatement>(session_, changes_, native, access);
+}
+
+std::shared_ptr<Statement> PostgresConnection::prepared(const QByteArray& native, Access access) {
+    const std::pair key(native, static_cast<int>(access));
+    if (const auto* known = statements_.find(key)) return *known;
+    return statements_.insert(key, prepare(native, access));
+}
+
+void PostgresConnection::executeScript(const QByteArray& native) {
+    ++*changes_;
+    session_->savedScript(native);
+    session_->savedScript("SELECT mkl_add_row_identities()");
+}
+
+QByteArray PostgresConnection::leavingOutFailedRows(const QByteArray& native) const {
+    return native.startsWith("INSERT ") ? native + " ON CONFLICT DO NOTHING" : native;
+}
+
+void PostgresConnection::begin() {
+    session_->script("BEGIN");
+}
+
+// The server ends a transaction that has failed without a word.
+void PostgresConnection::commit() {
+    const PostgresResult result = session_->script("COMMIT");
+    if (qstrcmp(PQcmdStatus(result.get()), "COMMIT") != 0) mkl::throwError(err::TransactionGivenUp);
+}
+
+void PostgresConnection::rollback() {
+    ++*changes_;
+    session_->script("ROLLBACK");
+}
+
+void PostgresConnection::savepoint(const QByteArray& name) {
+    session_->script("SAVEPOINT " + name);
+}
+
+void PostgresConnection::release(const QByteArray& name) {
+    session_->script("RELEASE " + name);
+}
+
+void PostgresConnection::rollbackTo(const QByteArray& name) {
+    ++*changes_;
+    session_->script("ROLLBACK TO " + name);
+}
+
+Long PostgresConnection::localNumber() {
+    RowStore row;
+    prepared("SELECT number FROM mkl.local", Access::Internal)->read({}, row);
+    return static_cast<Long>(row.value(0, 0).integer);
+}
+
+void PostgresConnection::setLocalNumber(Long number) {
+    const StoredValue value = StoredValue::ofInteger(number);
+    prepared("UPDATE mkl.local SET number = $1::integer", Access::Internal)->run({&value, 1});
+}
+
+bool PostgresConnection::refreshSchema() {
+    const QByteArray stamp = PostgresSchema::stamp(*session_);
+    if (stamp == schemaStamp_) return false;
+    schema_.read(*session_);
+    localRows_.forgetTables();
+    statements_.clear();
+    schemaStamp_ = stamp;
+    return true;
+}
+
+ColumnValues PostgresConnection::initialValues(const jet::Table& table) {
+    ColumnValues result;
+    const StoredValue name = StoredValue::ofText(target_.name(table.name));
+    RowStore rows;
+    prepared("SELECT a.attname, pg_get_expr(d.adbin, d.adrelid) FROM pg_attribute a JOIN pg_attrdef d "
+             "ON d.adrelid = a.attrelid AND d.adnum = a.attnum WHERE a.attrelid = ($1::text)::regclass "
+             "AND a.attgenerated = '' AND NOT a.attisdropped ORDER BY a.attnum",
+             Access::Internal)
+        ->read({&name, 1}, rows);
+    for (int column = 0; column < table.columns.size(); ++column)
+        if (table.columns[column].autoNumber)
+            result.append({column, StoredValue::ofInteger(takeCounter(table, table.columns[column]))});
+    for (qsizetype row = 0; row < rows.size(); ++row) {
+        const int column = table.columnIndex(QString::fromUtf8(rows.value(row, 0).bytes));
+        if (column < 0 || table.columns[column].autoNumber) continue;
+        RowStore value;
+        prepared("SELECT " + rows.value(row, 1).bytes, Access::Read)->read({}, value);
+        const jet::Column& target = table.columns[column];
+        result.append({column, encodeFor(decode(value.value(0, 0), target.type), target)});
+    }
+    return result;
+}
+
+// Numbers may have been given by hand; those after them keep the step of the sequence.
+qint64 PostgresConnection::takeCounter(const jet::Table& table, const jet::Column& column) {
+    const StoredValue names[] = {StoredValue::ofText(target_.name(table.name)),
+                                 StoredValue::ofText(column.name.toUtf8())};
+    RowStore row;
+    prepared("SELECT mkl_next($1::text, $2::text)", Access::Internal)->read(names, row);
+    const qint64 number = row.value(0, 0).integer;
+    if (number > std::numeric_limits<mkl::Long>::max()) mkl::throwError(mkl::err::Overflow);
+    return number;
+}
+
+} // namespace dao

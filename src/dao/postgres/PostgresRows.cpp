@@ -1,0 +1,135 @@
+#include "dao/postgres/PostgresRows.h"
+
+#include "base/DateTime.h"
+#include "dao/Substitute.h"
+
+#include <QtEndian>
+#include <bit>
+#include <cmath>
+
+namespace dao {
+
+using jet::ColumnType;
+
+namespace {
+
+// The numbers of the server's own types never change.
+enum ServerType : Oid {
+    Bool = 16,
+    Bytea = 17,
+    Name = 19,
+    Int8 = 20,
+    Int2 = 21,
+    Int4 = 23,
+    Text = 25,
+    ObjectId = 26,
+    Float4 = 700,
+    Float8 = 701,
+    UnknownText = 705,
+    Bpchar = 1042,
+    Varchar = 1043,
+    Day = 1082,
+    Timestamp = 1114,
+    Timestamptz = 1184,
+    Numeric = 1700,
+};
+
+constexpr double firstDay = 36526; // 2000-01-01, from which the server counts
+constexpr double microsecondsPerDay = 86400e6;
+
+template<class T>
+T numberAt(const char* bytes) {
+    return qFromBigEndian<T>(bytes);
+}
+
+// Digits of base 10000, the weight of the first one, sign and decimals.
+void appendNumeric(RowStore& rows, const char* bytes) {
+    const int digits = numberAt<qint16>(bytes), weight = numberAt<qint16>(bytes + 2);
+    const quint16 sign = numberAt<quint16>(bytes + 4);
+    const int decimals = numberAt<qint16>(bytes + 6);
+    constexpr quint16 negative = 0x4000, positive = 0;
+    if (sign != negative && sign != positive) return rows.appendNull();
+    QByteArray text(sign == negative ? "-" : "");
+    for (int group = 0; group <= std::max(weight, 0) || group < digits; ++group) {
+        const int place = weight - group;
+        if (place == -1 && !text.contains('.')) text += '.';
+        const int value = group < digits ? numberAt<qint16>(bytes + 8 + 2 * group) : 0;
+        if (weight < 0 && group == 0) text += "0." + QByteArray(4 * (-weight - 1), '0');
+        text += QByteArray::number(value).rightJustified(4, '0');
+    }
+    bool whole = false;
+    const qint64 integer = decimals == 0 ? text.toLongLong(&whole) : 0;
+    whole ? rows.appendInteger(integer) : rows.appendReal(text.toDouble());
+}
+
+void appendDate(RowStore& rows, double days) {
+    rows.appendText(mkl::isoFromDate(firstDay + days).toLatin1());
+}
+
+void appendValue(RowStore& rows, Oid type, const char* bytes, int size) {
+    switch (type) {
+    case Bool: return rows.appendInteger(*bytes ? -1 : 0);
+    case Int2: return rows.appendInteger(numberAt<qint16>(bytes));
+    case Int4: return rows.appendInteger(numberAt<qint32>(bytes));
+    case Int8: return rows.appendInteger(numberAt<qint64>(bytes));
+    case ObjectId: return rows.appendInteger(numberAt<quint32>(bytes));
+    case Float4: return rows.appendReal(std::bit_cast<float>(numberAt<quint32>(bytes)));
+    case Float8: return rows.appendReal(std::bit_cast<double>(numberAt<quint64>(bytes)));
+    case Numeric: return appendNumeric(rows, bytes);
+    case Day: return appendDate(rows, numberAt<qint32>(bytes));
+    case Timestamp:
+    case Timestamptz: return appendDate(rows, static_cast<double>(numberAt<qint64>(bytes)) / microsecondsPerDay);
+    case Bytea: return rows.appendBlob({bytes, size});
+    case Text:
+    case Varchar:
+    case Bpchar:
+    case Name:
+    case UnknownText: return rows.appendText({bytes, size});
+    default: throw NotExpressible();
+    }
+}
+
+} // namespace
+
+void PostgresRows::append(const PGresult& result, RowStore& rows) {
+    const int columns = PQnfields(&result);
+    std::vector<Oid> types;
+    for (int column = 0; column < columns; ++column)
+        types.push_back(PQftype(&result, column));
+    const int count = PQntuples(&result);
+    for (int row = 0; row < count; ++row) {
+        for (int column = 0; column < columns; ++column) {
+            if (PQgetisnull(&result, row, column))
+                rows.appendNull();
+            else
+                appendValue(rows, types[static_cast<size_t>(column)], PQgetvalue(&result, row, column),
+                            PQgetlength(&result, row, column));
+        }
+        rows.endRow();
+    }
+}
+
+bool PostgresRows::givesType(Oid server, ColumnType type) {
+    switch (server) {
+    case Bool:
+    case Int2:
+    case Int4:
+    case Int8:
+        return type == ColumnType::Boolean || type == ColumnType::Int || type == ColumnType::Double ||
+               type == ColumnType::Currency;
+    case Float4:
+    case Float8:
+    case Numeric: return type == ColumnType::Double || type == ColumnType::Currency;
+    case Day:
+    case Timestamp:
+    case Timestamptz: return type == ColumnType::Date;
+    case Bytea: return type == ColumnType::Binary;
+    case Text:
+    case Varchar:
+    case Bpchar:
+    case Name: return type == ColumnType::Text;
+    default: return false;
+    }
+}
+
+} // namespace dao

@@ -1,0 +1,21 @@
+#pragma once
+#include "jet/model/Target.h"
+
+namespace dao {
+
+/// The native texts of PostgreSQL.
+class PostgresTarget final : public jet::Target {
+public:
+    QByteArray name(QStringView declared) const override;
+    QByteArray parameter(int number, jet::ColumnType type) const override;
+    QByteArray operand(const QByteArray& value, jet::ColumnType type) const override;
+    QByteArray collated(const QByteArray& text) const override;
+    QByteArray yesNo(const QByteArray& condition) const override;
+    QByteArray condition(const QByteArray& number) const override;
+    QByteArray orderTerm(const QByteArray& value, bool descending) const override;
+    QByteArray declaredType(jet::ColumnType type) const override;
+    QByteArray rowIdentity(const QByteArray& table) const override;
+    QByteArray withRowIdentity(const QByteArray& table) const override;
+};
+
+} // namespace dao
