@@ -1,5 +1,7 @@
 #include "dao/Substitute.h"
 
+#include <type_traits>
+
 namespace dao {
 
 namespace {
@@ -22,7 +24,7 @@ public:
 
 private:
     template<class Action>
-    auto either(Action&& action) {
+    std::invoke_result_t<Action, Statement&> either(Action&& action) {
         if (statement_) {
             try {
                 return action(*statement_);

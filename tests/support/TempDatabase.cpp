@@ -1,5 +1,7 @@
 #include "support/TempDatabase.h"
 
+#include "support/PostgresServer.h"
+
 #include <QFile>
 #include <memory>
 #include <sqlite3.h>
@@ -35,15 +37,20 @@ void execute(const QString& file, const QByteArray& nativeSql) {
 
 TempDatabase::TempDatabase(const QByteArray& nativeSql) {
     if (!folder_.isValid()) throw std::runtime_error("no temporary folder");
+    if (testsOnServer()) url_ = PostgresServer::instance().takeDatabase();
     if (!nativeSql.isEmpty()) run(nativeSql);
 }
 
+TempDatabase::~TempDatabase() {
+    if (!url_.isEmpty()) PostgresServer::instance().returnDatabase(url_);
+}
+
 QString TempDatabase::path() const {
-    return folder_.filePath(u"database.sqlite"_s);
+    return url_.isEmpty() ? folder_.filePath(u"database.sqlite"_s) : url_;
 }
 
 void TempDatabase::run(const QByteArray& nativeSql) const {
-    execute(path(), nativeSql);
+    url_.isEmpty() ? execute(path(), nativeSql) : void(runOnServer(url_, serverText(nativeSql)));
 }
 
 void TempDatabase::copy(const QString& other) const {
@@ -52,6 +59,7 @@ void TempDatabase::copy(const QString& other) const {
 }
 
 QByteArray TempDatabase::one(const QByteArray& nativeSql) const {
+    if (!url_.isEmpty()) return runOnServer(url_, serverText(nativeSql));
     const Handle database = openNative(path());
     sqlite3_stmt* raw = nullptr;
     check(database.get(), sqlite3_prepare_v2(database.get(), nativeSql.constData(), -1, &raw, nullptr));

@@ -1,5 +1,6 @@
 #pragma once
-// A database file in a folder of its own, made by native statements and gone with the object.
+// A database file in a folder of its own, made by native statements and gone with the object; where the tests run on
+// a server, a database there.
 #include <QByteArray>
 #include <QString>
 #include <QTemporaryDir>
@@ -10,6 +11,8 @@ class TempDatabase {
 public:
     /// An SQLite file with what the statements make; without any, a file that does not exist yet.
     explicit TempDatabase(const QByteArray& nativeSql = {});
+    ~TempDatabase();
+    Q_DISABLE_COPY_MOVE(TempDatabase)
 
     QString path() const;
     QString folder() const { return folder_.path(); }
@@ -26,6 +29,7 @@ public:
 
 private:
     QTemporaryDir folder_;
+    QString url_; ///< of a database on the server; empty for a file
 };
 
 } // namespace mkl

@@ -1,0 +1,132 @@
+#include "dao/postgres/PostgresFunctions.h"
+
+#include "dao/postgres/PostgresKey.h"
+
+namespace dao {
+
+namespace {
+
+// Raise it with every change of a definition.
+constexpr const char* version = "1";
+
+constexpr const char* beginText =
+    "SELECT pg_advisory_xact_lock(7355608); DROP SCHEMA IF EXISTS mkl_old CASCADE; "
+    "CREATE SCHEMA IF NOT EXISTS mkl;";
+
+constexpr const char* typesText = R"(
+CREATE DOMAIN mkl.yesno AS smallint;
+CREATE DOMAIN mkl.byte AS smallint CHECK (VALUE BETWEEN 0 AND 255);
+CREATE DOMAIN mkl.currency AS double precision;
+CREATE DOMAIN mkl.datetime AS timestamp(0);
+CREATE DOMAIN mkl.double AS double precision;
+CREATE DOMAIN mkl.blob AS bytea;
+CREATE DOMAIN mkl.variant AS text;
+CREATE TABLE mkl.local (number integer NOT NULL);
+INSERT INTO mkl.local VALUES (0);
+)";
+
+// A run-time error of the dialect, and a question that the server cannot answer.
+constexpr const char* errorsText = R"(
+CREATE FUNCTION mkl.mkl_raise(number integer) RETURNS integer LANGUAGE plpgsql AS $$
+BEGIN RAISE EXCEPTION USING ERRCODE = 'MKERR', MESSAGE = number::text; END $$;
+CREATE FUNCTION mkl.mkl_beyond() RETURNS integer LANGUAGE plpgsql AS $$
+BEGIN RAISE EXCEPTION USING ERRCODE = 'MK001', MESSAGE = 'beyond the server'; END $$;
+)";
+
+constexpr const char* textText = R"(
+CREATE FUNCTION mkl.mkl_like(text, text) RETURNS integer LANGUAGE sql STABLE AS $$
+SELECT CASE WHEN $1 IS NULL OR $2 IS NULL THEN NULL
+ WHEN $2 ~ '[][?#]|[^\x01-\u012F\u0131-\u0148\u014A-\u017E]' OR $1 ~ '[^\x01-\u012F\u0131-\u0148\u014A-\u017E]'
+ THEN mkl.mkl_beyond()
+ ELSE -((mkl.mkl_fold($1) LIKE replace(replace(replace(replace(mkl.mkl_fold($2), '\', '\\'), '%', '\%'), '_', '\_'),
+  '*', '%'))::integer) END $$;
+CREATE FUNCTION mkl.mkl_like(integer, text) RETURNS integer LANGUAGE sql STABLE AS $$
+SELECT mkl.mkl_like($1::text, $2) $$;
+CREATE FUNCTION mkl.mkl_right(text, bigint) RETURNS text LANGUAGE sql STABLE AS $$
+SELECT CASE WHEN $2 < 0 THEN mkl.mkl_raise(5)::text ELSE right($1, least($2, 100000000)::integer) END $$;
+CREATE FUNCTION mkl.mkl_right(integer, bigint) RETURNS text LANGUAGE sql STABLE AS $$
+SELECT mkl.mkl_right($1::text, $2) $$;
+CREATE FUNCTION mkl.mkl_left(text, bigint) RETURNS text LANGUAGE sql STABLE AS $$
+SELECT CASE WHEN $2 < 0 THEN mkl.mkl_raise(5)::text ELSE left($1, least($2, 100000000)::integer) END $$;
+CREATE FUNCTION mkl.mkl_left(integer, bigint) RETURNS text LANGUAGE sql STABLE AS $$
+SELECT mkl.mkl_left($1::text, $2) $$;
+CREATE FUNCTION mkl.mkl_concat(text, text) RETURNS text LANGUAGE sql IMMUTABLE AS $$
+SELECT CASE WHEN $1 IS NULL AND $2 IS NULL THEN NULL ELSE coalesce($1, '') || coalesce($2, '') END $$;
+CREATE FUNCTION mkl.mkl_number_of(text) RETURNS bigint LANGUAGE sql STABLE AS $$
+SELECT CASE WHEN $1 IS NULL THEN NULL WHEN $1 !~ '^-?[0-9]{1,15}$' THEN mkl.mkl_beyond()::bigint
+ ELSE $1::bigint END $$;
+)";
+
+QByteArray comparisons() {
+    struct Comparison {
+        const char* name;
+        const char* sign;
+    };
+    constexpr Comparison table[] = {{"mkl_equal", "="},          {"mkl_not_equal", "<>"}, {"mkl_less", "<"},
+                                    {"mkl_less_equal", "<="},    {"mkl_greater", ">"},
+                                    {"mkl_greater_equal", ">="}};
+    QByteArray text;
+    for (const auto& [name, sign] : table) {
+        const QByteArray head = QByteArray("CREATE FUNCTION mkl.") + name;
+        text += head + "(text, bigint) RETURNS integer LANGUAGE sql STABLE AS $$ SELECT -((mkl.mkl_number_of($1) " +
+                sign + " $2)::integer) $$;";
+        text += head + "(bigint, text) RETURNS integer LANGUAGE sql STABLE AS $$ SELECT -(($1 " + sign +
+                " mkl.mkl_number_of($2))::integer) $$;";
+    }
+    return text;
+}
+
+constexpr const char* tablesText = R"(
+CREATE FUNCTION mkl.mkl_store_key(anyelement) RETURNS anyelement LANGUAGE plpgsql STABLE AS $$
+BEGIN IF $1 IS NULL THEN PERFORM mkl.mkl_raise(3058); END IF; RETURN $1; END $$;
+CREATE FUNCTION mkl.mkl_next(named text, counter text) RETURNS bigint LANGUAGE plpgsql AS $$
+DECLARE seq text := pg_get_serial_sequence(named, counter); n bigint; highest bigint; step bigint;
+BEGIN
+ IF seq IS NULL THEN
+  SELECT substring(pg_get_expr(d.adbin, d.adrelid) FROM '''(.*)''') INTO seq FROM pg_attrdef d JOIN pg_attribute a
+   ON a.attrelid = d.adrelid AND a.attnum = d.adnum WHERE d.adrelid = named::regclass AND a.attname = counter;
+ END IF;
+ n := nextval(seq::regclass);
+ EXECUTE format('SELECT max(%I) FROM %s', counter, named) INTO highest;
+ IF highest >= n THEN
+  SELECT seqincrement INTO step FROM pg_sequence WHERE seqrelid = seq::regclass;
+  n := n + ((highest - n) / step + 1) * step;
+  PERFORM setval(seq::regclass, n);
+ END IF;
+ RETURN n;
+END $$;
+CREATE FUNCTION mkl.mkl_add_row_identities() RETURNS void LANGUAGE plpgsql AS $$
+DECLARE t record;
+BEGIN
+ FOR t IN SELECT c.oid::regclass AS named FROM pg_class c WHERE c.relnamespace = 'public'::regnamespace
+  AND c.relkind = 'r' AND NOT EXISTS (SELECT 1 FROM pg_index i WHERE i.indrelid = c.oid AND i.indisprimary)
+  AND NOT EXISTS (SELECT 1 FROM pg_attribute a WHERE a.attrelid = c.oid AND a.attname = 'mkl_rowid') LOOP
+  EXECUTE format('ALTER TABLE %s ADD COLUMN mkl_rowid bigint GENERATED ALWAYS AS IDENTITY UNIQUE', t.named);
+ END LOOP;
+END $$;
+)";
+
+bool isInstalled(PostgresSession& session) {
+    const PostgresResult found = session.script(
+        "SELECT obj_description(oid, 'pg_namespace') FROM pg_namespace WHERE nspname = 'mkl'");
+    return PQntuples(found.get()) == 1 && qstrcmp(PQgetvalue(found.get(), 0, 0), version) == 0;
+}
+
+} // namespace
+
+void PostgresFunctions::install(PostgresSession& session) {
+    if (isInstalled(session)) return;
+    session.script("BEGIN");
+    try {
+        session.script(beginText);
+        if (!isInstalled(session))
+            session.script(QByteArray(typesText) + errorsText + postgresKeyDefinitions() + textText + comparisons() +
+                           tablesText + "COMMENT ON SCHEMA mkl IS '" + version + '\'');
+        session.script("COMMIT");
+    } catch (...) {
+        session.script("ROLLBACK");
+        throw;
+    }
+}
+
+} // namespace dao

@@ -1,0 +1,173 @@
+#include "support/PostgresServer.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QSet>
+#include <QStringList>
+#include <QTemporaryDir>
+#include <libpq-fe.h>
+#include <stdexcept>
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+
+namespace mkl {
+
+namespace {
+
+constexpr const char* serverUser = "postgres";
+constexpr int patience = 60'000;
+
+QString binary(const QString& name) {
+    for (const QString& folder : {u"/usr/lib/postgresql/15/bin"_s, u"/usr/bin"_s, u"/usr/local/bin"_s})
+        if (QFile::exists(folder + u'/' + name)) return folder + u'/' + name;
+    throw std::runtime_error("no PostgreSQL server is installed");
+}
+
+// The server refuses to run as root; as somebody else it belongs to whoever runs the tests.
+QStringList asServerUser(const QStringList& command) {
+    QStringList result{u"setpriv"_s, u"--pdeathsig=QUIT"_s};
+    if (geteuid() == 0)
+        result += {u"--reuid=postgres"_s, u"--regid=postgres"_s, u"--clear-groups"_s};
+    return result + command;
+}
+
+void run(QProcess& process, const QStringList& command) {
+    process.setWorkingDirectory(u"/"_s);
+    process.setProcessChannelMode(QProcess::MergedChannels);
+    process.start(command.first(), command.mid(1));
+    if (!process.waitForStarted(patience)) throw std::runtime_error("cannot start " + command.join(u' ').toStdString());
+}
+
+void runToEnd(const QStringList& command) {
+    QProcess process;
+    run(process, command);
+    if (!process.waitForFinished(patience) || process.exitCode() != 0)
+        throw std::runtime_error(process.readAll().toStdString());
+}
+
+const QSet<QByteArray>& keywords() {
+    static const QSet<QByteArray> words = {
+        "CREATE", "TABLE", "INSERT",  "INTO",   "VALUES",  "INTEGER", "PRIMARY",    "KEY",        "TEXT",    "NULL",
+        "NOT",    "UNIQUE", "INDEX",  "ON",     "DEFAULT", "CHECK",   "REFERENCES", "FOREIGN",    "DELETE",  "UPDATE",
+        "SET",    "FROM",  "WHERE",   "SELECT", "AND",     "OR",      "YESNO",      "DATETIME",   "CURRENCY", "DOUBLE",
+        "BLOB",   "BYTE",  "SMALLINT", "REAL",  "CASCADE", "ALTER",   "ADD",        "COLUMN",     "DROP",    "AS",
+        "GENERATED", "ALWAYS", "BY", "IDENTITY", "VARCHAR", "STORED", "IS", "IN", "DESC", "BEGIN", "COMMIT", "ROLLBACK",
+        "WITH", "RECURSIVE", "UNION", "ALL", "LIMIT", "ORDER", "CONSTRAINT", "count", "max", "min", "sum", "E", "abs", "length"};
+    return words;
+}
+
+QString withQuotedNames(const QString& native) {
+    static const QRegularExpression token(u"'(?:[^']|'')*'|\"(?:[^\"]|\"\")*\"|[\\p{L}_][\\p{L}\\p{N}_]*"_s);
+    QString result;
+    qsizetype end = 0;
+    for (auto matches = token.globalMatch(native); matches.hasNext();) {
+        const auto match = matches.next();
+        const QString text = match.captured();
+        result += QStringView(native).sliced(end, match.capturedStart() - end);
+        end = match.capturedEnd();
+        const bool isWord = text[0] != u'\'' && text[0] != u'"';
+        result += isWord && !keywords().contains(text.toUtf8()) ? u'"' + text + u'"' : text;
+    }
+    return result + QStringView(native).sliced(end);
+}
+
+} // namespace
+
+bool testsOnServer() {
+    return qEnvironmentVariable("MKL_TEST_ENGINE") == u"postgres";
+}
+
+struct PostgresServer::Data {
+    QTemporaryDir folder{u"/tmp/mklpgXXXXXX"_s};
+    QProcess server;
+    QStringList free;
+    int made = 0;
+};
+
+PostgresServer& PostgresServer::instance() {
+    static PostgresServer server;
+    return server;
+}
+
+std::function<void(const QString&)>& PostgresServer::preparation() {
+    static std::function<void(const QString&)> prepare;
+    return prepare;
+}
+
+PostgresServer::PostgresServer()
+    : d_(std::make_unique<Data>()) {
+    if (geteuid() == 0) runToEnd({u"chown"_s, QString::fromLatin1(serverUser), d_->folder.path()});
+    runToEnd(asServerUser({binary(u"initdb"_s), u"-D"_s, d_->folder.filePath(u"data"_s), u"-U"_s, u"mkl"_s,
+                           u"--auth-local=trust"_s, u"--auth-host=reject"_s, u"--no-sync"_s, u"-E"_s, u"UTF8"_s,
+                           u"--locale=C.UTF-8"_s}));
+    start();
+}
+
+PostgresServer::~PostgresServer() {
+    stop();
+    if (geteuid() == 0) QProcess::execute(u"rm"_s, {u"-rf"_s, d_->folder.path()});
+}
+
+void PostgresServer::start() {
+    QStringList settings;
+    for (const QString& setting :
+         {u"listen_addresses="_s, u"unix_socket_directories="_s + d_->folder.path(), u"fsync=off"_s,
+          u"shared_buffers=32MB"_s, u"max_connections=100"_s, u"autovacuum=off"_s, u"log_min_messages=fatal"_s})
+        settings += {u"-c"_s, setting};
+    run(d_->server, asServerUser(QStringList{binary(u"postgres"_s), u"-D"_s, d_->folder.filePath(u"data"_s)} + settings));
+    const QByteArray url = urlOf("postgres").toUtf8();
+    while (PQping(url.constData()) != PQPING_OK)
+        if (d_->server.waitForFinished(10)) throw std::runtime_error(d_->server.readAll().toStdString());
+}
+
+void PostgresServer::stop() {
+    if (d_->server.state() == QProcess::NotRunning) return;
+    QProcess::execute(u"kill"_s, {u"-INT"_s, QString::number(d_->server.processId())});
+    d_->server.waitForFinished(patience);
+}
+
+QString PostgresServer::urlOf(const QByteArray& database) const {
+    return u"postgresql:///"_s + QString::fromLatin1(database) + u"?user=mkl&host="_s + d_->folder.path();
+}
+
+QString PostgresServer::takeDatabase() {
+    if (!d_->free.isEmpty()) return d_->free.takeLast();
+    const QByteArray name = "t" + QByteArray::number(++d_->made);
+    runOnServer(urlOf("postgres"), "CREATE DATABASE " + name);
+    if (preparation()) preparation()(urlOf(name));
+    return urlOf(name);
+}
+
+void PostgresServer::returnDatabase(const QString& url) {
+    runOnServer(url, "SELECT pg_terminate_backend(pid) FROM pg_stat_activity WHERE datname = current_database() AND "
+                     "pid <> pg_backend_pid(); DROP SCHEMA public CASCADE; CREATE SCHEMA public; "
+                     "UPDATE mkl.local SET number = 0");
+    d_->free.append(url);
+}
+
+QByteArray runOnServer(const QString& url, const QByteArray& native) {
+    const std::unique_ptr<PGconn, void (*)(PGconn*)> connection(PQconnectdb(url.toUtf8().constData()), &PQfinish);
+    PQsetNoticeReceiver(connection.get(), [](void*, const PGresult*) {}, nullptr);
+    PQclear(PQexec(connection.get(), "SET search_path = public, mkl"));
+    const std::unique_ptr<PGresult, void (*)(PGresult*)> result(PQexec(connection.get(), native.constData()), &PQclear);
+    const ExecStatusType status = PQresultStatus(result.get());
+    if (status != PGRES_COMMAND_OK && status != PGRES_TUPLES_OK && status != PGRES_EMPTY_QUERY)
+        throw std::runtime_error(PQerrorMessage(connection.get()));
+    const bool hasValue = PQntuples(result.get()) > 0 && !PQgetisnull(result.get(), 0, 0);
+    return hasValue ? QByteArray(PQgetvalue(result.get(), 0, 0)) : QByteArrayLiteral("NULL");
+}
+
+QByteArray serverText(const QByteArray& native) {
+    QString text = QString::fromUtf8(native);
+    static const QRegularExpression width(u"\\bTEXT\\s*\\((\\d+)\\)"_s);
+    text.replace(u"INTEGER PRIMARY KEY AUTOINCREMENT"_s,
+                 u"INTEGER GENERATED BY DEFAULT AS IDENTITY PRIMARY KEY"_s);
+    text.replace(width, u"VARCHAR(\\1)"_s);
+    return withQuotedNames(text).toUtf8();
+}
+
+} // namespace mkl

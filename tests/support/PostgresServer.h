@@ -1,0 +1,44 @@
+#pragma once
+// A server of this test program alone, in a temporary folder and behind a socket there; made when it is first asked
+// for and gone with the program, however that ends.
+#include <QByteArray>
+#include <QString>
+#include <functional>
+#include <memory>
+
+namespace mkl {
+
+/// Whether the tests are to run on a server instead of files.
+bool testsOnServer();
+
+class PostgresServer {
+public:
+    static PostgresServer& instance();
+    ~PostgresServer();
+
+    /// An empty database; its address.
+    QString takeDatabase();
+    /// Gives it back, to be emptied and taken again.
+    void returnDatabase(const QString& url);
+    QString urlOf(const QByteArray& database) const;
+
+    void stop();
+    void start();
+
+    /// Done once with each new database.
+    static std::function<void(const QString& url)>& preparation();
+
+private:
+    PostgresServer();
+    struct Data;
+    std::unique_ptr<Data> d_;
+};
+
+/// Runs native statements; the first value of the last one as text, "NULL" for Null or nothing. Throws
+/// std::runtime_error with the server's text.
+QByteArray runOnServer(const QString& url, const QByteArray& native);
+
+/// The statements by which the tests make tables in a file, as the server understands them.
+QByteArray serverText(const QByteArray& native);
+
+} // namespace mkl
