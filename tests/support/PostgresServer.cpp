@@ -67,12 +67,12 @@ QString withQuotedNames(const QString& native) {
     for (auto matches = token.globalMatch(native); matches.hasNext();) {
         const auto match = matches.next();
         const QString text = match.captured();
-        result += QStringView(native).sliced(end, match.capturedStart() - end);
+        result += native.sliced(end, match.capturedStart() - end);
         end = match.capturedEnd();
         const bool isWord = text[0] != u'\'' && text[0] != u'"';
         result += isWord && !keywords().contains(text.toUtf8()) ? u'"' + text + u'"' : text;
     }
-    return result + QStringView(native).sliced(end);
+    return result + native.sliced(end);
 }
 
 } // namespace

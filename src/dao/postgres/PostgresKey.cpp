@@ -137,9 +137,9 @@ QByteArray classByte(const QString& sample) {
 
 // Any text, character by character.
 QByteArray generalKey() {
-    return R"(CREATE FUNCTION mkl.mkl_number(n integer, least integer) RETURNS bytea LANGUAGE sql IMMUTABLE AS $$
-SELECT set_byte(set_byte(set_byte(set_byte(set_byte('\x0000000000'::bytea, 0, least + ((n >> 28) & 127)),
- 1, least + ((n >> 21) & 127)), 2, least + ((n >> 14) & 127)), 3, least + ((n >> 7) & 127)), 4, least + (n & 127)) $$;
+    return R"(CREATE FUNCTION mkl.mkl_number(n integer, lowest integer) RETURNS bytea LANGUAGE sql IMMUTABLE AS $$
+SELECT set_byte(set_byte(set_byte(set_byte(set_byte('\x0000000000'::bytea, 0, lowest + ((n >> 28) & 127)),
+ 1, lowest + ((n >> 21) & 127)), 2, lowest + ((n >> 14) & 127)), 3, lowest + ((n >> 7) & 127)), 4, lowest + (n & 127)) $$;
 CREATE FUNCTION mkl.mkl_key_any(x text) RETURNS bytea LANGUAGE plpgsql IMMUTABLE STRICT AS $$
 DECLARE t text := rtrim(x, ' '); base bytea := ''; accents bytea := ''; hyphens bytea := ''; letters integer := 0;
  ch text; n integer; f integer; b bytea; a bytea; k integer; i integer;

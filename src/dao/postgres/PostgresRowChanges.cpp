@@ -3,7 +3,6 @@
 #include "jet/model/Target.h"
 
 #include <QByteArrayList>
-#include <QMap>
 
 namespace dao {
 

@@ -1,7 +1,7 @@
 #pragma once
 #include "dao/Connection.h"
 
-#include <QHash>
+#include <QMap>
 
 namespace dao {
 
