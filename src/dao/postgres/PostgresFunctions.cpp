@@ -57,6 +57,17 @@ SELECT CASE WHEN $1 IS NULL THEN NULL WHEN $1 !~ '^-?[0-9]{1,15}$' THEN mkl.mkl_
  ELSE $1::bigint END $$;
 )";
 
+constexpr const char* numbersText = R"(
+CREATE FUNCTION mkl.mkl_long(bigint) RETURNS bigint LANGUAGE sql STABLE AS $$
+SELECT CASE WHEN $1 NOT BETWEEN -2147483648 AND 2147483647 THEN mkl.mkl_raise(6)::bigint ELSE $1 END $$;
+CREATE FUNCTION mkl.mkl_add(bigint, bigint) RETURNS bigint LANGUAGE sql STABLE AS $$ SELECT mkl.mkl_long($1 + $2) $$;
+CREATE FUNCTION mkl.mkl_subtract(bigint, bigint) RETURNS bigint LANGUAGE sql STABLE AS $$
+SELECT mkl.mkl_long($1 - $2) $$;
+CREATE FUNCTION mkl.mkl_multiply(bigint, bigint) RETURNS bigint LANGUAGE sql STABLE AS $$
+SELECT mkl.mkl_long($1 * $2) $$;
+CREATE FUNCTION mkl.mkl_negate(bigint) RETURNS bigint LANGUAGE sql STABLE AS $$ SELECT mkl.mkl_long(-$1) $$;
+)";
+
 QByteArray comparisons() {
     struct Comparison {
         const char* name;
@@ -120,7 +131,7 @@ void PostgresFunctions::install(PostgresSession& session) {
     try {
         session.script(beginText);
         if (!isInstalled(session))
-            session.script(QByteArray(typesText) + errorsText + postgresKeyDefinitions() + textText + comparisons() +
+            session.script(QByteArray(typesText) + errorsText + postgresKeyDefinitions() + textText + numbersText + comparisons() +
                            tablesText + "COMMENT ON SCHEMA mkl IS '" + version + '\'');
         session.script("COMMIT");
     } catch (...) {

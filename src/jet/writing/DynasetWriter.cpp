@@ -8,6 +8,13 @@
 
 namespace jet {
 
+namespace {
+
+// No statement can spell it.
+constexpr QStringView noTable = u".row";
+
+} // namespace
+
 DynasetPlan DynasetWriter::write() {
     for (const BoundOutput& output : select_.outputs)
         plan_.columns.append(output.column);
@@ -77,7 +84,7 @@ NativeStatement DynasetWriter::row() {
 
 // A key is compared as the engine compares it: two texts that only the dialect takes for equal are two rows.
 QByteArray DynasetWriter::rowTables(int firstKeyParameter) const {
-    QByteArray tables = " FROM (SELECT 1)";
+    QByteArray tables = " FROM (SELECT 1) AS " + target_.name(noTable);
     for (const DynasetSource& source : plan_.sources) {
         QByteArrayList conditions;
         for (const int key : source.keyOrdinals)
