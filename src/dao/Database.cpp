@@ -126,14 +126,19 @@ qint64 Database::Data::run(Translation& translation, const Parameters& parameter
     const jet::Plan& plan = translation.plan;
     if (plan.kind == jet::StatementKind::MakeTable) {
         translation.statement->run({});
+        const auto write = [&](const jet::Target& target) { return translation.compile(target).followUp; };
+        const auto fill = prepareOrSubstitute(*connection, plan.followUp, Access::Write, {}, write);
+        const qint64 affected = fill->run(parameters);
         refreshSchema();
-        return connection->prepare(plan.followUp, Access::Write)->run(parameters);
+        return affected;
     }
     auto& statement = strict ? translation.statement : translation.lenientStatement;
-    if (!statement) {
-        const QByteArray& native = plan.lenient.isEmpty() ? plan.native : plan.lenient;
-        statement = connection->prepare(connection->leavingOutFailedRows(native), Access::Write);
-    }
+    if (!statement)
+        statement = prepareLenient(*connection, plan.native, plan.lenient,
+                                   [compile = translation.compile](const jet::Target& target) {
+                                       const jet::Plan other = compile(target);
+                                       return other.lenient.isEmpty() ? other.native : other.lenient;
+                                   });
     return statement->run(parameters);
 }
 

@@ -33,9 +33,10 @@ std::shared_ptr<Translation> translate(QStringView text, Connection& connection)
     auto result = std::make_shared<Translation>();
     result->plan = jet::compileStatement(text, connection.schema(), connection.target());
     result->columns = std::make_shared<Columns>(result->plan.columns);
-    const auto writeFor = [text = text.toString(), &connection](const jet::Target& target) {
-        return jet::compileStatement(text, connection.schema(), target).native;
+    result->compile = [text = text.toString(), &connection](const jet::Target& target) {
+        return jet::compileStatement(text, connection.schema(), target);
     };
+    const auto writeFor = [compile = result->compile](const jet::Target& target) { return compile(target).native; };
     result->statement = prepareOrSubstitute(connection, result->plan.native, accessOf(result->plan),
                                             typesOf(result->plan.columns), writeFor);
     return result;

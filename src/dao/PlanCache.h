@@ -2,6 +2,7 @@
 #include "dao/Columns.h"
 #include "dao/Connection.h"
 #include "dao/LruCache.h"
+#include "dao/Substitute.h"
 #include "jet/model/Plan.h"
 #include "jet/syntax/Shape.h"
 
@@ -17,6 +18,7 @@ struct Translation {
     std::shared_ptr<const Columns> columns;
     std::shared_ptr<Statement> statement;
     std::shared_ptr<Statement> lenientStatement; ///< leaves failing rows out; made when first needed
+    std::function<jet::Plan(const jet::Target&)> compile; ///< the same statement for another engine
 };
 
 /// A query translated for a dynaset. Without statements where its rows cannot be edited.

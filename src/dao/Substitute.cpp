@@ -1,5 +1,7 @@
 #include "dao/Substitute.h"
 
+#include "base/RunTimeError.h"
+
 #include <type_traits>
 
 namespace dao {
@@ -45,7 +47,45 @@ private:
     WriteFor write_;
 };
 
+/// Where the whole action fails, its rows are tried one by one.
+class LenientStatement final : public Statement {
+public:
+    LenientStatement(Connection& connection, QByteArray strict, WriteFor write)
+        : connection_(connection)
+        , strict_(std::move(strict))
+        , write_(std::move(write)) {}
+
+    bool readSome(std::span<const StoredValue> parameters, RowStore& /*rows*/, qsizetype /*limit*/) override {
+        run(parameters);
+        return true;
+    }
+    qint64 run(std::span<const StoredValue> parameters) override {
+        try {
+            return connection_.prepared(strict_, Access::Write)->run(parameters);
+        } catch (const NotExpressible&) {
+        } catch (const mkl::RunTimeError&) {
+            connection_.transaction().requireSound();
+        }
+        Substitute& other = *connection_.substitute();
+        return other.prepareLenient(write_(other.target()))->run(parameters);
+    }
+    bool takeStale() override { return false; }
+
+private:
+    Connection& connection_;
+    QByteArray strict_;
+    WriteFor write_;
+};
+
 } // namespace
+
+std::shared_ptr<Statement> prepareLenient(Connection& connection, const QByteArray& strict, const QByteArray& lenient,
+                                          WriteFor write) {
+    if (!connection.substitute())
+        return connection.prepare(connection.leavingOutFailedRows(lenient.isEmpty() ? strict : lenient),
+                                  Access::Write);
+    return std::make_shared<LenientStatement>(connection, strict, std::move(write));
+}
 
 std::shared_ptr<Statement> prepareOrSubstitute(Connection& connection, const QByteArray& native, Access access,
                                                const QList<jet::ColumnType>& types, WriteFor write) {

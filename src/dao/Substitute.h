@@ -19,6 +19,8 @@ public:
     virtual const jet::Target& target() const = 0;
     /// As Connection::prepare().
     virtual std::shared_ptr<Statement> prepare(const QByteArray& native, Access access) = 0;
+    /// An action that leaves out the rows which the engine refuses.
+    virtual std::shared_ptr<Statement> prepareLenient(const QByteArray& native) = 0;
 };
 
 /// Writes the statement anew for another engine.
@@ -28,5 +30,10 @@ using WriteFor = std::function<QByteArray(const jet::Target&)>;
 /// the connection runs what is written for it. types are those of the columns that a query gives; empty for an action.
 std::shared_ptr<Statement> prepareOrSubstitute(Connection& connection, const QByteArray& native, Access access,
                                                const QList<jet::ColumnType>& types, WriteFor write);
+
+/// An action that leaves out failing rows. strict is the action as a whole, lenient the same without the rows whose
+/// values cannot be stored; write gives the latter.
+std::shared_ptr<Statement> prepareLenient(Connection& connection, const QByteArray& strict, const QByteArray& lenient,
+                                          WriteFor write);
 
 } // namespace dao

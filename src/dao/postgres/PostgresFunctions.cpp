@@ -7,7 +7,7 @@ namespace dao {
 namespace {
 
 // Raise it with every change of a definition.
-constexpr const char* version = "1";
+constexpr const char* version = "2";
 
 constexpr const char* beginText =
     "SELECT pg_advisory_xact_lock(7355608); DROP SCHEMA IF EXISTS mkl_old CASCADE; "
@@ -90,13 +90,13 @@ QByteArray comparisons() {
 constexpr const char* tablesText = R"(
 CREATE FUNCTION mkl.mkl_store_key(anyelement) RETURNS anyelement LANGUAGE plpgsql STABLE AS $$
 BEGIN IF $1 IS NULL THEN PERFORM mkl.mkl_raise(3058); END IF; RETURN $1; END $$;
+CREATE FUNCTION mkl.mkl_sequence(named text, counter text) RETURNS text LANGUAGE sql STABLE AS $$
+SELECT coalesce(pg_get_serial_sequence(named, counter), (SELECT substring(pg_get_expr(d.adbin, d.adrelid)
+ FROM '''(.*)''') FROM pg_attrdef d JOIN pg_attribute a ON a.attrelid = d.adrelid AND a.attnum = d.adnum
+ WHERE d.adrelid = named::regclass AND a.attname = counter)) $$;
 CREATE FUNCTION mkl.mkl_next(named text, counter text) RETURNS bigint LANGUAGE plpgsql AS $$
-DECLARE seq text := pg_get_serial_sequence(named, counter); n bigint; highest bigint; step bigint;
+DECLARE seq text := mkl.mkl_sequence(named, counter); n bigint; highest bigint; step bigint;
 BEGIN
- IF seq IS NULL THEN
-  SELECT substring(pg_get_expr(d.adbin, d.adrelid) FROM '''(.*)''') INTO seq FROM pg_attrdef d JOIN pg_attribute a
-   ON a.attrelid = d.adrelid AND a.attnum = d.adnum WHERE d.adrelid = named::regclass AND a.attname = counter;
- END IF;
  n := nextval(seq::regclass);
  EXECUTE format('SELECT max(%I) FROM %s', counter, named) INTO highest;
  IF highest >= n THEN
@@ -105,6 +105,21 @@ BEGIN
   PERFORM setval(seq::regclass, n);
  END IF;
  RETURN n;
+END $$;
+CREATE FUNCTION mkl.mkl_catch_up(named text) RETURNS boolean LANGUAGE plpgsql AS $$
+DECLARE c record; seq text; n bigint; taken bigint; moved boolean := false;
+BEGIN
+ FOR c IN SELECT a.attname FROM pg_attribute a LEFT JOIN pg_attrdef d ON d.adrelid = a.attrelid
+  AND d.adnum = a.attnum WHERE a.attrelid = named::regclass AND NOT a.attisdropped AND a.attname <> 'mkl_rowid'
+  AND (a.attidentity <> '' OR pg_get_expr(d.adbin, d.adrelid) LIKE 'nextval(%') LOOP
+  seq := mkl.mkl_sequence(named, c.attname);
+  n := nextval(seq::regclass);
+  EXECUTE format('SELECT max(%I) FROM %s', c.attname, named) INTO taken;
+  moved := moved OR taken >= n;
+  IF taken >= n THEN n := mkl.mkl_next(named, c.attname); END IF;
+  PERFORM setval(seq::regclass, n, false);
+ END LOOP;
+ RETURN moved;
 END $$;
 CREATE FUNCTION mkl.mkl_add_row_identities() RETURNS void LANGUAGE plpgsql AS $$
 DECLARE t record;

@@ -28,10 +28,11 @@ QByteArray definitionOf(const jet::Table& table, const jet::Target& target) {
 
 class LocalStatement final : public Statement {
 public:
-    LocalStatement(PostgresLocalRows& rows, QByteArray native, Access access)
+    LocalStatement(PostgresLocalRows& rows, QByteArray native, Access access, bool lenient)
         : rows_(rows)
         , native_(std::move(native))
         , access_(access)
+        , lenient_(lenient)
         , tables_(rows.tablesIn(native_)) {
         rows_.memory().prepare(native_, access_); // errors show at once
     }
@@ -46,8 +47,7 @@ public:
         PostgresRowChanges changes(rows_.server_, rows_.memory(), native_, tables_);
         changes.noteBefore();
         const qint64 affected = rows_.memory().prepared(native_, access_)->run(parameters);
-        changes.carryOver();
-        return affected;
+        return affected - changes.carryOver(lenient_);
     }
     bool takeStale() override { return false; }
 
@@ -71,6 +71,7 @@ private:
     PostgresLocalRows& rows_;
     QByteArray native_;
     Access access_;
+    bool lenient_;
     std::vector<const jet::Table*> tables_;
 };
 
@@ -90,7 +91,11 @@ const jet::Target& PostgresLocalRows::target() const {
 }
 
 std::shared_ptr<Statement> PostgresLocalRows::prepare(const QByteArray& native, Access access) {
-    return std::make_shared<LocalStatement>(*this, native, access);
+    return std::make_shared<LocalStatement>(*this, native, access, false);
+}
+
+std::shared_ptr<Statement> PostgresLocalRows::prepareLenient(const QByteArray& native) {
+    return std::make_shared<LocalStatement>(*this, native, Access::Write, true);
 }
 
 // A name that stands for something else costs the reading of a table and nothing more.

@@ -15,6 +15,7 @@ public:
 
     const jet::Target& target() const override;
     std::shared_ptr<Statement> prepare(const QByteArray& native, Access access) override;
+    std::shared_ptr<Statement> prepareLenient(const QByteArray& native) override;
     /// The tables have changed.
     void forgetTables() { memory_.reset(); }
 

@@ -1,5 +1,6 @@
 #include "dao/postgres/PostgresRowChanges.h"
 
+#include "base/RunTimeError.h"
 #include "jet/model/Target.h"
 
 #include <QByteArrayList>
@@ -43,16 +44,27 @@ void PostgresRowChanges::noteBefore() {
     before_ = read();
 }
 
-void PostgresRowChanges::carryOver() {
+qint64 PostgresRowChanges::carryOver(bool lenient) {
     const Rows after = read();
+    qint64 refused = 0;
+    const auto tried = [&](auto&& action) {
+        try {
+            action();
+        } catch (const mkl::RunTimeError&) {
+            if (!lenient || !server_.inTransaction()) throw;
+            ++refused;
+        }
+    };
     server_.transaction().atomically([&] {
         for (auto row = before_.cbegin(); row != before_.cend(); ++row)
-            if (!after.contains(row.key())) remove(row.key());
+            if (!after.contains(row.key())) tried([&] { remove(row.key()); });
         for (auto row = after.cbegin(); row != after.cend(); ++row)
-            if (before_.contains(row.key()) && before_[row.key()] != row.value()) change(row.key(), row.value());
+            if (before_.contains(row.key()) && before_[row.key()] != row.value()) 
+                tried([&] { change(row.key(), row.value()); });
         for (auto row = after.cbegin(); row != after.cend(); ++row)
-            if (!before_.contains(row.key())) insert(row.value());
+            if (!before_.contains(row.key())) tried([&] { insert(row.value()); });
     });
+    return refused;
 }
 
 QByteArray PostgresRowChanges::condition(int firstParameter) const {

@@ -13,8 +13,8 @@ public:
                        const std::vector<const jet::Table*>& tables);
 
     void noteBefore();
-    /// All changes or none: what the server refuses is an error.
-    void carryOver();
+    /// All changes or none: what the server refuses is an error. With lenient such rows are left out; their number.
+    qint64 carryOver(bool lenient);
 
 private:
     using Row = QList<StoredValue>;

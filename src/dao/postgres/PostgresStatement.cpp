@@ -85,9 +85,20 @@ PostgresResult PostgresStatement::execute(std::span<const StoredValue> parameter
     if (generation_ != session_->generation()) prepare();
     try {
         return session_->run(name_, values);
-    } catch (const mkl::RunTimeError&) {
-        throw;
+    } catch (const mkl::RunTimeError& error) {
+        const bool mayFollow = error.number() == err::DuplicateKey && native_.startsWith("INSERT INTO ");
+        if (!mayFollow || !catchUp()) throw;
+        return session_->run(name_, values);
     }
+}
+
+// Keys may have been given by hand up to and beyond the next number of the counter.
+bool PostgresStatement::catchUp() const {
+    const qsizetype begin = native_.indexOf('"'), end = native_.indexOf("\" ", begin + 1);
+    if (begin < 0 || end < 0) return false;
+    const QByteArray table = native_.mid(begin, end - begin + 1).replace('\'', "''");
+    const PostgresResult moved = session_->savedScript("SELECT mkl_catch_up('" + table + "')");
+    return *PQgetvalue(moved.get(), 0, 0) == 't';
 }
 
 bool PostgresStatement::readSome(std::span<const StoredValue> parameters, RowStore& rows, qsizetype /*limit*/) {

@@ -23,6 +23,7 @@ private:
     PostgresResult execute(std::span<const StoredValue> parameters);
     void prepare();
     void requireAccess() const;
+    bool catchUp() const;
 
     std::shared_ptr<PostgresSession> session_;
     ChangeCount changes_;
