@@ -125,12 +125,13 @@ void Database::Execute(const QString& sql, Long options) {
 qint64 Database::Data::run(Translation& translation, const Parameters& parameters, bool strict) {
     const jet::Plan& plan = translation.plan;
     if (plan.kind == jet::StatementKind::MakeTable) {
+        QByteArray substituted; // translated while the table is not there yet
+        if (Substitute* const other = connection->substitute())
+            substituted = translation.compile(other->target()).followUp;
         translation.statement->run({});
-        const auto write = [&](const jet::Target& target) { return translation.compile(target).followUp; };
-        const auto fill = prepareOrSubstitute(*connection, plan.followUp, Access::Write, {}, write);
-        const qint64 affected = fill->run(parameters);
         refreshSchema();
-        return affected;
+        const auto write = [&](const jet::Target&) { return substituted; };
+        return prepareOrSubstitute(*connection, plan.followUp, Access::Write, {}, write)->run(parameters);
     }
     auto& statement = strict ? translation.statement : translation.lenientStatement;
     if (!statement)

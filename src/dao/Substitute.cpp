@@ -1,6 +1,7 @@
 #include "dao/Substitute.h"
 
-#include "base/RunTimeError.h"
+#include "base/Texts.h"
+#include "dao/Errors.h"
 
 #include <type_traits>
 
@@ -78,6 +79,9 @@ private:
 };
 
 } // namespace
+
+NotExpressible::NotExpressible(QString source)
+    : RunTimeError(err::InternalError, mkl::runTimeText(err::InternalError, {source}), source) {}
 
 std::shared_ptr<Statement> prepareLenient(Connection& connection, const QByteArray& strict, const QByteArray& lenient,
                                           WriteFor write) {

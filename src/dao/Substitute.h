@@ -1,4 +1,5 @@
 #pragma once
+#include "base/RunTimeError.h"
 #include "dao/Connection.h"
 
 #include <functional>
@@ -6,9 +7,9 @@
 namespace dao {
 
 /// Thrown where an engine cannot express a statement of the dialect, or meets a value for which it cannot.
-class NotExpressible final : public std::exception {
+class NotExpressible final : public mkl::RunTimeError {
 public:
-    const char* what() const noexcept override { return "not expressible by the engine"; }
+    explicit NotExpressible(QString source = {});
 };
 
 /// Runs statements in place of an engine that cannot express them.

@@ -70,7 +70,7 @@ void raisePostgresError(PGconn* connection, const PGresult* result, const QStrin
     const QString message = fieldOf(result, PG_DIAG_MESSAGE_PRIMARY);
     const QString source = u"PostgreSQL %1: %2"_s.arg(state, message);
     if (state.isEmpty() || PQstatus(connection) != CONNECTION_OK) mkl::throwError(err::DiskError, {name}, source);
-    if (state == beyondState) throw NotExpressible();
+    if (state == beyondState) throw NotExpressible(source);
     if (state == numberState) mkl::throwError(message.toInt(), {}, source);
     if (state == u"23502") raiseNull(connection, result, source);
     if (state.startsWith(u"23") && state != u"23505" && state != u"23503")
@@ -80,7 +80,7 @@ void raisePostgresError(PGconn* connection, const PGresult* result, const QStrin
     if (mapping != std::end(mappings))
         mkl::throwError(mapping->number, {argumentOf(mapping->number, result, name)}, source);
     if (qEnvironmentVariableIsSet("MKL_PG_TRACE")) qWarning("%s", qPrintable(source));
-    if (state.startsWith(u"42")) throw NotExpressible();
+    if (state.startsWith(u"42")) throw NotExpressible(source);
     mkl::throwError(err::InternalError, {state}, source);
 }
 

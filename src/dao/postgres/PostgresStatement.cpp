@@ -28,7 +28,7 @@ void bind(PostgresValues& values, const StoredValue& value) {
     case StoredValue::Kind::Integer: return keep(QByteArray::number(value.integer));
     case StoredValue::Kind::Real: return keep(QByteArray::number(value.real, 'g', 17));
     case StoredValue::Kind::Text:
-        if (value.bytes.contains('\0')) mkl::throwError(err::ConversionError, {QString()});
+        if (value.bytes.contains('\0')) throw NotExpressible();
         return keep(QByteArray(value.bytes.constData(), value.bytes.size()));
     case StoredValue::Kind::Blob: return add(value.bytes.constData(), value.bytes.size(), true);
     }
@@ -62,6 +62,10 @@ void PostgresStatement::requireAccess() const {
     const bool allowed = access_ == Access::Internal || (access_ == Access::Define && defines) ||
                          (access_ == Access::Write && (reads || writes)) || (access_ == Access::Read && reads);
     if (!allowed) mkl::throwError(err::NotPermitted, {QString::fromUtf8(native_)});
+    // Names that engines keep for themselves, so that any catalogue can become a file and any file one on a server.
+    const bool isReserved =
+        defines && (beginsWith(native_, {"CREATE TABLE \"sqlite_", "CREATE TABLE \"mkl_", "CREATE TABLE \"pg_"}));
+    if (isReserved) mkl::throwError(err::TableExists, {QString::fromUtf8(native_.mid(13))});
 }
 
 void PostgresStatement::prepare() {
