@@ -94,6 +94,10 @@ std::shared_ptr<Statement> prepareLenient(Connection& connection, const QByteArr
 std::shared_ptr<Statement> prepareOrSubstitute(Connection& connection, const QByteArray& native, Access access,
                                                const QList<jet::ColumnType>& types, WriteFor write) {
     if (!connection.substitute()) return connection.prepare(native, access);
+    // What is too complex for one engine is so for all.
+    constexpr qsizetype longText = 2000;
+    Substitute& other = *connection.substitute();
+    if (native.size() > longText) other.prepare(write(other.target()), access);
     std::shared_ptr<Statement> statement;
     try {
         statement = connection.prepare(native, access);

@@ -19,7 +19,7 @@ TableReader::TableReader(Connection& connection, const jet::Table& table, const 
     for (const int ordinal : index ? index->columns : QList<int>()) {
         const ColumnType type = table.columns[ordinal].type;
         const bool isText = type == ColumnType::Text || type == ColumnType::Unknown;
-        key_.push_back({isText ? target.collated(names[ordinal]) : names[ordinal], ordinal, type});
+        key_.push_back({isText ? target.collated(names[ordinal]) : names[ordinal], ordinal, type, isText});
         indexColumns_.append(table.columns[ordinal].name);
     }
     selectList_ = names.join(", ");
@@ -30,11 +30,11 @@ TableReader::TableReader(Connection& connection, const jet::Table& table, const 
 void TableReader::addIdentity(const jet::Table& table) {
     const jet::Target& target = connection_->target();
     for (const int ordinal : table.primaryKey)
-        identity_.push_back({target.name(table.columns[ordinal].name), ordinal, table.columns[ordinal].type});
+        identity_.push_back({target.name(table.columns[ordinal].name), ordinal, table.columns[ordinal].type, false});
     if (identity_.empty()) {
         const QByteArray term = target.rowIdentity(table_);
         selectList_ += ", " + term;
-        identity_.push_back({term, static_cast<int>(table.columns.size()), ColumnType::Int});
+        identity_.push_back({term, static_cast<int>(table.columns.size()), ColumnType::Int, false});
     }
     for (const KeyPart& part : identity_)
         if (std::ranges::find(key_, part.term, &KeyPart::term) == key_.end()) key_.push_back(part);
@@ -81,8 +81,9 @@ void TableReader::compare(Probe& probe, const KeyPart& part, const char* compari
         return;
     }
     probe.values.append(value);
-    const QByteArray parameter = connection_->target().parameter(static_cast<int>(probe.values.size()), part.type);
-    probe.conditions.append(part.term + ' ' + comparison + ' ' + parameter);
+    const jet::Target& target = connection_->target();
+    const QByteArray parameter = target.parameter(static_cast<int>(probe.values.size()), part.type);
+    probe.conditions.append(part.term + ' ' + comparison + ' ' + (part.collated ? target.collated(parameter) : parameter));
 }
 
 // The rows on one side of the value, nearest first. Null stands before all values, but no comparison finds it.

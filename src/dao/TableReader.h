@@ -31,6 +31,7 @@ private:
         QByteArray term;
         int ordinal; ///< in the rows read
         jet::ColumnType type;
+        bool collated = false;
     };
     /// The rows that meet the conditions; the first of them in the order of the key is wanted.
     struct Probe {

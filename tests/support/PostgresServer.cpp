@@ -56,7 +56,7 @@ const QSet<QByteArray>& keywords() {
         "SET",    "FROM",  "WHERE",   "SELECT", "AND",     "OR",      "YESNO",      "DATETIME",   "CURRENCY", "DOUBLE",
         "BLOB",   "BYTE",  "SMALLINT", "REAL",  "CASCADE", "ALTER",   "ADD",        "COLUMN",     "DROP",    "AS",
         "GENERATED", "ALWAYS", "BY", "IDENTITY", "VARCHAR", "STORED", "IS", "IN", "DESC", "BEGIN", "COMMIT", "ROLLBACK",
-        "WITH", "RECURSIVE", "UNION", "ALL", "LIMIT", "VARIANT", "ORDER", "CONSTRAINT", "count", "max", "min", "sum", "CONCAT_ROWS", "NUMERIC", "abs", "length"};
+        "WITH", "RECURSIVE", "UNION", "ALL", "LIMIT", "VARIANT", "ORDER", "CONSTRAINT", "count", "max", "min", "sum", "CONCAT_ROWS", "CASE", "WHEN", "THEN", "ELSE", "END", "INT", "coalesce", "ifnull", "NUMERIC", "abs", "length"};
     return words;
 }
 

@@ -22,6 +22,7 @@ constexpr QLatin1StringView beyondState("MK001"), numberState("MKERR");
 constexpr Mapping mappings[] = {
     {QLatin1StringView("23505"), err::DuplicateKey},
     {QLatin1StringView("23503"), err::RelatedRecords},
+    {QLatin1StringView("2200H"), mkl::err::Overflow}, // of a counter
     {QLatin1StringView("22003"), mkl::err::Overflow},
     {QLatin1StringView("22012"), mkl::err::DivisionByZero},
     {QLatin1StringView("22001"), err::FieldTooSmall},
@@ -69,7 +70,7 @@ void raisePostgresError(PGconn* connection, const PGresult* result, const QStrin
     const QString state = fieldOf(result, PG_DIAG_SQLSTATE);
     const QString message = fieldOf(result, PG_DIAG_MESSAGE_PRIMARY);
     const QString source = u"PostgreSQL %1: %2"_s.arg(state, message);
-    if (state.isEmpty() || PQstatus(connection) != CONNECTION_OK) mkl::throwError(err::DiskError, {name}, source);
+    if (PQstatus(connection) != CONNECTION_OK) mkl::throwError(err::DiskError, {name}, source);
     if (state == beyondState) throw NotExpressible(source);
     if (state == numberState) mkl::throwError(message.toInt(), {}, source);
     if (state == u"23502") raiseNull(connection, result, source);

@@ -82,6 +82,8 @@ void PostgresStatement::requireTypes(const QList<jet::ColumnType>& types) {
 }
 
 PostgresResult PostgresStatement::execute(std::span<const StoredValue> parameters) {
+    constexpr size_t mostParameters = 65535; // of the protocol
+    if (parameters.size() > mostParameters) throw NotExpressible();
     PostgresValues values;
     values.kept.reserve(parameters.size());
     for (const StoredValue& value : parameters)

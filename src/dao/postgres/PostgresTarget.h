@@ -10,6 +10,7 @@ public:
     QByteArray parameter(int number, jet::ColumnType type) const override;
     QByteArray operand(const QByteArray& value, jet::ColumnType type) const override;
     QByteArray collated(const QByteArray& text) const override;
+    QByteArray collatedOutput(const QByteArray& text) const override;
     QByteArray yesNo(const QByteArray& condition) const override;
     QByteArray condition(const QByteArray& number) const override;
     QByteArray orderTerm(const QByteArray& value, bool descending) const override;

@@ -24,6 +24,8 @@ public:
     virtual QByteArray operand(const QByteArray& value, ColumnType type) const = 0;
     /// A text where its order or equality counts: comparison, ORDER BY, GROUP BY, DISTINCT, IN, Min, Max.
     virtual QByteArray collated(const QByteArray& text) const = 0;
+    /// The same where the text itself is a result: repeats are told by the order, and one of them is given.
+    virtual QByteArray collatedOutput(const QByteArray& text) const { return collated(text); }
     /// A condition of the engine as a value: -1, 0 or Null.
     virtual QByteArray yesNo(const QByteArray& condition) const = 0;
     /// A number as a condition of the engine: true for all but 0, unknown for Null.

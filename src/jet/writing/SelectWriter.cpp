@@ -94,7 +94,7 @@ QByteArrayList SelectWriter::outputs(const BoundSelect& whole, bool collated) {
         const ColumnType type = whole.outputs[static_cast<size_t>(written.size())].column.type;
         const QByteArray native = expressions_.output(*output.expression, type);
         const bool byOrder = collated && isCollated(type) && !output.expression->isNull();
-        written.append(byOrder ? target_.collated(native) : native);
+        written.append(byOrder ? target_.collatedOutput(native) : native);
     }
     return written;
 }
