@@ -48,6 +48,8 @@ PostgresStatement::PostgresStatement(std::shared_ptr<PostgresSession> session, C
     , access_(access)
     , name_(nextName()) {
     requireAccess();
+    constexpr qsizetype longestText = 200'000; // beyond it the server plans longer than the rows take to read
+    if (native_.size() > longestText) throw NotExpressible();
     if (access_ != Access::Define) prepare();
 }
 
