@@ -6,7 +6,7 @@ namespace dao {
 namespace {
 
 QByteArray words() {
-    return "CREATE TABLE T (Nr INTEGER PRIMARY KEY, Wort TEXT);"
+    return "CREATE TABLE T (Nr INTEGER PRIMARY KEY AUTOINCREMENT, Wort TEXT);"
            "INSERT INTO T (Wort) VALUES ('Zebra'), ('Äpfel'), ('apfel'), ('Straße'), ('Strassen'), ('co-op'), ('coop'),"
            "('Öfen'), ('Ofen'), ('öfen'), ('Apfel'), ('10'), ('9'), ('STRASSE');";
 }
