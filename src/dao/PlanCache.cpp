@@ -50,13 +50,11 @@ std::shared_ptr<DynasetTranslation> translateDynaset(QStringView text, Connectio
     const auto compile = [text = text.toString(), &connection](const jet::Target& target) {
         return jet::compileDynaset(text, connection.schema(), target);
     };
-    result->keys =
-        prepareOrSubstitute(connection, result->plan.keys.text, Access::Read, result->plan.keyTypes,
-                            [compile](const jet::Target& target) { return compile(target).keys.text; });
-    result->row =
-        prepareOrSubstitute(connection, result->plan.row.text, Access::Read,
-                            typesOf(result->plan.columns) + result->plan.keyTypes,
-                            [compile](const jet::Target& target) { return compile(target).row.text; });
+    result->keys = prepareOrSubstitute(connection, result->plan.keys.text, Access::Read, result->plan.keyTypes,
+                                       [compile](const jet::Target& target) { return compile(target).keys.text; });
+    result->row = prepareOrSubstitute(connection, result->plan.row.text, Access::Read,
+                                      typesOf(result->plan.columns) + result->plan.keyTypes,
+                                      [compile](const jet::Target& target) { return compile(target).row.text; });
     return result;
 }
 

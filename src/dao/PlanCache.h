@@ -17,7 +17,7 @@ struct Translation {
     jet::Plan plan;
     std::shared_ptr<const Columns> columns;
     std::shared_ptr<Statement> statement;
-    std::shared_ptr<Statement> lenientStatement; ///< leaves failing rows out; made when first needed
+    std::shared_ptr<Statement> lenientStatement;          ///< leaves failing rows out; made when first needed
     std::function<jet::Plan(const jet::Target&)> compile; ///< the same statement for another engine
 };
 

@@ -86,8 +86,7 @@ NotExpressible::NotExpressible(QString source)
 std::shared_ptr<Statement> prepareLenient(Connection& connection, const QByteArray& strict, const QByteArray& lenient,
                                           WriteFor write) {
     if (!connection.substitute())
-        return connection.prepare(connection.leavingOutFailedRows(lenient.isEmpty() ? strict : lenient),
-                                  Access::Write);
+        return connection.prepare(connection.leavingOutFailedRows(lenient.isEmpty() ? strict : lenient), Access::Write);
     return std::make_shared<LenientStatement>(connection, strict, std::move(write));
 }
 

@@ -83,7 +83,8 @@ void TableReader::compare(Probe& probe, const KeyPart& part, const char* compari
     probe.values.append(value);
     const jet::Target& target = connection_->target();
     const QByteArray parameter = target.parameter(static_cast<int>(probe.values.size()), part.type);
-    probe.conditions.append(part.term + ' ' + comparison + ' ' + (part.collated ? target.collated(parameter) : parameter));
+    probe.conditions.append(part.term + ' ' + comparison + ' ' +
+                            (part.collated ? target.collated(parameter) : parameter));
 }
 
 // The rows on one side of the value, nearest first. Null stands before all values, but no comparison finds it.

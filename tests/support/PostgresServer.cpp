@@ -30,8 +30,7 @@ QString binary(const QString& name) {
 // The server refuses to run as root; as somebody else it belongs to whoever runs the tests.
 QStringList asServerUser(const QStringList& command) {
     QStringList result{u"setpriv"_s, u"--pdeathsig=QUIT"_s};
-    if (geteuid() == 0)
-        result += {u"--reuid=postgres"_s, u"--regid=postgres"_s, u"--clear-groups"_s};
+    if (geteuid() == 0) result += {u"--reuid=postgres"_s, u"--regid=postgres"_s, u"--clear-groups"_s};
     return result + command;
 }
 
@@ -51,17 +50,22 @@ void runToEnd(const QStringList& command) {
 
 const QSet<QByteArray>& keywords() {
     static const QSet<QByteArray> words = {
-        "CREATE", "TABLE", "INSERT",  "INTO",   "VALUES",  "INTEGER", "PRIMARY",    "KEY",        "TEXT",    "NULL",
-        "NOT",    "UNIQUE", "INDEX",  "ON",     "DEFAULT", "CHECK",   "REFERENCES", "FOREIGN",    "DELETE",  "UPDATE",
-        "SET",    "FROM",  "WHERE",   "SELECT", "AND",     "OR",      "YESNO",      "DATETIME",   "CURRENCY", "DOUBLE",
-        "BLOB",   "BYTE",  "SMALLINT", "REAL",  "CASCADE", "ALTER",   "ADD",        "COLUMN",     "DROP",    "AS",
-        "GENERATED", "ALWAYS", "BY", "IDENTITY", "VARCHAR", "STORED", "IS", "IN", "DESC", "BEGIN", "COMMIT", "ROLLBACK",
-        "WITH", "RECURSIVE", "UNION", "ALL", "LIMIT", "VARIANT", "ORDER", "CONSTRAINT", "count", "max", "min", "sum", "CONCAT_ROWS", "CASE", "WHEN", "THEN", "ELSE", "END", "INT", "coalesce", "ifnull", "NUMERIC", "abs", "length"};
+        "CREATE",      "TABLE",   "INSERT",  "INTO",       "VALUES",   "INTEGER",   "PRIMARY", "KEY",
+        "TEXT",        "NULL",    "NOT",     "UNIQUE",     "INDEX",    "ON",        "DEFAULT", "CHECK",
+        "REFERENCES",  "FOREIGN", "DELETE",  "UPDATE",     "SET",      "FROM",      "WHERE",   "SELECT",
+        "AND",         "OR",      "YESNO",   "DATETIME",   "CURRENCY", "DOUBLE",    "BLOB",    "BYTE",
+        "SMALLINT",    "REAL",    "CASCADE", "ALTER",      "ADD",      "COLUMN",    "DROP",    "AS",
+        "GENERATED",   "ALWAYS",  "BY",      "IDENTITY",   "VARCHAR",  "STORED",    "IS",      "IN",
+        "DESC",        "BEGIN",   "COMMIT",  "ROLLBACK",   "WITH",     "RECURSIVE", "UNION",   "ALL",
+        "LIMIT",       "VARIANT", "ORDER",   "CONSTRAINT", "count",    "max",       "min",     "sum",
+        "CONCAT_ROWS", "CASE",    "WHEN",    "THEN",       "ELSE",     "END",       "INT",     "coalesce",
+        "ifnull",      "NUMERIC", "abs",     "length"};
     return words;
 }
 
 QString withQuotedNames(const QString& native) {
-    static const QRegularExpression token(u"'(?:[^']|'')*'|\"(?:[^\"]|\"\")*\"|[\\p{L}_][\\p{L}\\p{N}_]*"_s);
+    static const QRegularExpression token(
+        u"'(?:[^']|'')*'|\"(?:[^\"]|\"\")*\"|(?<![\\p{N}\\p{L}])[\\p{L}_][\\p{L}\\p{N}_]*"_s);
     QString result;
     qsizetype end = 0;
     for (auto matches = token.globalMatch(native); matches.hasNext();) {
@@ -118,7 +122,8 @@ void PostgresServer::start() {
          {u"listen_addresses="_s, u"unix_socket_directories="_s + d_->folder.path(), u"fsync=off"_s,
           u"shared_buffers=32MB"_s, u"max_connections=100"_s, u"autovacuum=off"_s, u"log_min_messages=fatal"_s})
         settings += {u"-c"_s, setting};
-    run(d_->server, asServerUser(QStringList{binary(u"postgres"_s), u"-D"_s, d_->folder.filePath(u"data"_s)} + settings));
+    run(d_->server,
+        asServerUser(QStringList{binary(u"postgres"_s), u"-D"_s, d_->folder.filePath(u"data"_s)} + settings));
     const QByteArray url = urlOf("postgres").toUtf8();
     while (PQping(url.constData()) != PQPING_OK)
         if (d_->server.waitForFinished(10)) throw std::runtime_error(d_->server.readAll().toStdString());
@@ -156,7 +161,8 @@ void PostgresServer::returnDatabase(const QString& url) {
 
 QByteArray runOnServer(const QString& url, const QByteArray& native) {
     const std::unique_ptr<PGconn, void (*)(PGconn*)> connection(PQconnectdb(url.toUtf8().constData()), &PQfinish);
-    PQsetNoticeReceiver(connection.get(), [](void*, const PGresult*) {}, nullptr);
+    PQsetNoticeReceiver(
+        connection.get(), [](void*, const PGresult*) {}, nullptr);
     PQclear(PQexec(connection.get(), "SET search_path = public, mkl"));
     const std::unique_ptr<PGresult, void (*)(PGresult*)> result(PQexec(connection.get(), native.constData()), &PQclear);
     const ExecStatusType status = PQresultStatus(result.get());
@@ -170,7 +176,8 @@ namespace {
 
 // A column of a file needs no type.
 QString withTypes(const QString& statement) {
-    static const QRegularExpression bare(u"([(,]\\s*\"[^\"]+\")(?=\\s*[,)])"_s), listed(u"\\bKEY\\s*\\(|\\bUNIQUE\\s*\\("_s);
+    static const QRegularExpression bare(u"([(,]\\s*\"[^\"]+\")(?=\\s*[,)])"_s),
+        listed(u"\\bKEY\\s*\\(|\\bUNIQUE\\s*\\("_s);
     if (!statement.trimmed().startsWith(u"CREATE TABLE"_s)) return statement;
     const qsizetype lists = statement.indexOf(listed);
     QString columns = statement.left(lists < 0 ? statement.size() : lists);
@@ -184,14 +191,16 @@ QString withTypes(const QString& statement) {
 QByteArray serverText(const QByteArray& native) {
     QString text = QString::fromUtf8(native);
     static const QRegularExpression width(u"\\bTEXT\\s*\\((\\d+)\\)"_s);
-    text.replace(u"INTEGER PRIMARY KEY AUTOINCREMENT"_s,
-                 u"INTEGER GENERATED BY DEFAULT AS IDENTITY PRIMARY KEY"_s);
+    text.replace(u"INTEGER PRIMARY KEY AUTOINCREMENT"_s, u"INTEGER GENERATED BY DEFAULT AS IDENTITY PRIMARY KEY"_s);
     text.replace(u"LONG"_s, u"INTEGER"_s);
     text.replace(width, u"VARCHAR(\\1)"_s);
     static const QRegularExpression collation(u"\\s+COLLATE\\s+(NOCASE|GERMAN|BINARY)"_s),
         concatenated(u"group_concat\\(([^()]*(?:\\([^()]*\\))?[^()]*)\\)"_s);
     text.remove(collation);
     text.remove(u"WITHOUT ROWID"_s);
+    static const QRegularExpression blob(u"\\bx'([0-9A-Fa-f]*)'"_s);
+    text.replace(blob, u"'\\\\x\\1'"_s);
+    text.replace(u", ',') FROM"_s, u") FROM"_s);
     text.replace(concatenated, u"CONCAT_ROWS(\\1)"_s);
     if (text.contains(u"FROM (SELECT"_s) && text.trimmed().endsWith(u')')) text += u" AS Q"_s;
     QStringList statements = withQuotedNames(text).split(u';');

@@ -50,7 +50,8 @@ QString TempDatabase::path() const {
 }
 
 void TempDatabase::run(const QByteArray& nativeSql) const {
-    url_.isEmpty() ? execute(path(), nativeSql) : void(runOnServer(url_, serverText(nativeSql) + ";SELECT mkl_add_row_identities()"));
+    url_.isEmpty() ? execute(path(), nativeSql)
+                   : void(runOnServer(url_, serverText(nativeSql) + ";SELECT mkl_add_row_identities()"));
 }
 
 void TempDatabase::copy(const QString& other) const {

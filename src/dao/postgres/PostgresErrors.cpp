@@ -20,25 +20,16 @@ struct Mapping {
 constexpr QLatin1StringView beyondState("MK001"), numberState("MKERR");
 
 constexpr Mapping mappings[] = {
-    {QLatin1StringView("23505"), err::DuplicateKey},
-    {QLatin1StringView("23503"), err::RelatedRecords},
+    {QLatin1StringView("23505"), err::DuplicateKey},  {QLatin1StringView("23503"), err::RelatedRecords},
     {QLatin1StringView("2200H"), mkl::err::Overflow}, // of a counter
-    {QLatin1StringView("22003"), mkl::err::Overflow},
-    {QLatin1StringView("22012"), mkl::err::DivisionByZero},
-    {QLatin1StringView("22001"), err::FieldTooSmall},
-    {QLatin1StringView("22"), err::ConversionError},
-    {QLatin1StringView("42501"), err::NotPermitted},
-    {QLatin1StringView("42P07"), err::TableExists},
-    {QLatin1StringView("42710"), err::TableExists},
-    {QLatin1StringView("25006"), err::ReadOnly},
-    {QLatin1StringView("55P03"), err::Locked},
-    {QLatin1StringView("40"), err::Locked},
-    {QLatin1StringView("57014"), err::Interrupted},
-    {QLatin1StringView("53100"), err::DiskFull},
-    {QLatin1StringView("53200"), err::OutOfMemory},
-    {QLatin1StringView("54"), err::TooComplex},
-    {QLatin1StringView("57P"), err::DiskError},
-    {QLatin1StringView("08"), err::DiskError},
+    {QLatin1StringView("22003"), mkl::err::Overflow}, {QLatin1StringView("22012"), mkl::err::DivisionByZero},
+    {QLatin1StringView("22001"), err::FieldTooSmall}, {QLatin1StringView("22"), err::ConversionError},
+    {QLatin1StringView("42501"), err::NotPermitted},  {QLatin1StringView("42P07"), err::TableExists},
+    {QLatin1StringView("42710"), err::TableExists},   {QLatin1StringView("25006"), err::ReadOnly},
+    {QLatin1StringView("55P03"), err::Locked},        {QLatin1StringView("40"), err::Locked},
+    {QLatin1StringView("57014"), err::Interrupted},   {QLatin1StringView("53100"), err::DiskFull},
+    {QLatin1StringView("53200"), err::OutOfMemory},   {QLatin1StringView("54"), err::TooComplex},
+    {QLatin1StringView("57P"), err::DiskError},       {QLatin1StringView("08"), err::DiskError},
     {QLatin1StringView("58"), err::DiskError},
 };
 

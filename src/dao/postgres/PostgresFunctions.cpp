@@ -9,9 +9,8 @@ namespace {
 // Raise it with every change of a definition.
 constexpr const char* version = "2";
 
-constexpr const char* beginText =
-    "SELECT pg_advisory_xact_lock(7355608); DROP SCHEMA IF EXISTS mkl_old CASCADE; "
-    "CREATE SCHEMA IF NOT EXISTS mkl;";
+constexpr const char* beginText = "SELECT pg_advisory_xact_lock(7355608); DROP SCHEMA IF EXISTS mkl_old CASCADE; "
+                                  "CREATE SCHEMA IF NOT EXISTS mkl;";
 
 constexpr const char* typesText = R"(
 CREATE DOMAIN mkl.yesno AS smallint;
@@ -73,9 +72,8 @@ QByteArray comparisons() {
         const char* name;
         const char* sign;
     };
-    constexpr Comparison table[] = {{"mkl_equal", "="},          {"mkl_not_equal", "<>"}, {"mkl_less", "<"},
-                                    {"mkl_less_equal", "<="},    {"mkl_greater", ">"},
-                                    {"mkl_greater_equal", ">="}};
+    constexpr Comparison table[] = {{"mkl_equal", "="},       {"mkl_not_equal", "<>"}, {"mkl_less", "<"},
+                                    {"mkl_less_equal", "<="}, {"mkl_greater", ">"},    {"mkl_greater_equal", ">="}};
     QByteArray text;
     for (const auto& [name, sign] : table) {
         const QByteArray head = QByteArray("CREATE FUNCTION mkl.") + name;
@@ -133,8 +131,8 @@ END $$;
 )";
 
 bool isInstalled(PostgresSession& session) {
-    const PostgresResult found = session.script(
-        "SELECT obj_description(oid, 'pg_namespace') FROM pg_namespace WHERE nspname = 'mkl'");
+    const PostgresResult found =
+        session.script("SELECT obj_description(oid, 'pg_namespace') FROM pg_namespace WHERE nspname = 'mkl'");
     return PQntuples(found.get()) == 1 && qstrcmp(PQgetvalue(found.get(), 0, 0), version) == 0;
 }
 
@@ -146,8 +144,8 @@ void PostgresFunctions::install(PostgresSession& session) {
     try {
         session.script(beginText);
         if (!isInstalled(session))
-            session.script(QByteArray(typesText) + errorsText + postgresKeyDefinitions() + textText + numbersText + comparisons() +
-                           tablesText + "COMMENT ON SCHEMA mkl IS '" + version + '\'');
+            session.script(QByteArray(typesText) + errorsText + postgresKeyDefinitions() + textText + numbersText +
+                           comparisons() + tablesText + "COMMENT ON SCHEMA mkl IS '" + version + '\'');
         session.script("COMMIT");
     } catch (...) {
         session.script("ROLLBACK");

@@ -190,11 +190,9 @@ QByteArray postgresKeyDefinitions() {
     const QByteArray marked = "translate(" + letters + ", " + literal(lists.plain + lists.accented) + ", " +
                               literal(QByteArray(QString::fromUtf8(lists.plain).size(), letterMark) + lists.accents) +
                               ')';
-    const QByteArray accents =
-        "rtrim(regexp_replace(" + marked + ", '([^\\x02])', chr(2) || '\\1', 'g'), chr(2))";
+    const QByteArray accents = "rtrim(regexp_replace(" + marked + ", '([^\\x02])', chr(2) || '\\1', 'g'), chr(2))";
     const QByteArray latin = "rtrim(" + base + " || chr(1) || " + accents + ", chr(1))";
-    const QByteArray ascii =
-        "translate(rtrim($1, ' '), " + literal(lists.from) + ", " + literal(lists.weights) + ')';
+    const QByteArray ascii = "translate(rtrim($1, ' '), " + literal(lists.from) + ", " + literal(lists.weights) + ')';
     return characterTables() + general +
            "CREATE FUNCTION mkl.mkl_key(text) RETURNS bytea LANGUAGE sql IMMUTABLE PARALLEL SAFE AS $mkl$ SELECT CASE "
            "WHEN $1 !~ '[^ -~]|[''-]' THEN convert_to(" +
@@ -202,8 +200,7 @@ QByteArray postgresKeyDefinitions() {
            latin + ", 'UTF8') ELSE mkl.mkl_key_any($1) END $mkl$;" +
            "CREATE FUNCTION mkl.mkl_fold(text) RETURNS text LANGUAGE sql IMMUTABLE PARALLEL SAFE AS $mkl$ SELECT "
            "translate(" +
-           replacing("$1", lists.doubled) + ", " + literal(lists.unfolded) + ", " + literal(lists.folded) +
-           ") $mkl$;";
+           replacing("$1", lists.doubled) + ", " + literal(lists.unfolded) + ", " + literal(lists.folded) + ") $mkl$;";
 }
 
 } // namespace dao

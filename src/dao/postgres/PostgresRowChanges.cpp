@@ -28,8 +28,7 @@ PostgresRowChanges::Rows PostgresRowChanges::read() const {
     for (const jet::Column& column : table_->columns)
         names.append(memory_.target().name(column.name));
     RowStore rows;
-    memory_
-        .prepared("SELECT " + names.join(", ") + " FROM " + memory_.target().name(table_->name), Access::Internal)
+    memory_.prepared("SELECT " + names.join(", ") + " FROM " + memory_.target().name(table_->name), Access::Internal)
         ->read({}, rows);
     Rows result;
     for (qsizetype row = 0; row < rows.size(); ++row) {
@@ -59,7 +58,7 @@ qint64 PostgresRowChanges::carryOver(bool lenient) {
         for (auto row = before_.cbegin(); row != before_.cend(); ++row)
             if (!after.contains(row.key())) tried([&] { remove(row.key()); });
         for (auto row = after.cbegin(); row != after.cend(); ++row)
-            if (before_.contains(row.key()) && before_[row.key()] != row.value()) 
+            if (before_.contains(row.key()) && before_[row.key()] != row.value())
                 tried([&] { change(row.key(), row.value()); });
         for (auto row = after.cbegin(); row != after.cend(); ++row)
             if (!before_.contains(row.key())) tried([&] { insert(row.value()); });
@@ -103,8 +102,7 @@ void PostgresRowChanges::change(qint64 identity, const Row& row) {
                            target.parameter(static_cast<int>(values.size()), table_->columns[column].type));
     }
     const QByteArray where = condition(static_cast<int>(values.size()) + 1);
-    server_
-        .prepared("UPDATE " + target.name(table_->name) + " SET " + assignments.join(", ") + where, Access::Write)
+    server_.prepared("UPDATE " + target.name(table_->name) + " SET " + assignments.join(", ") + where, Access::Write)
         ->run(values + keyOf(identity));
 }
 

@@ -42,13 +42,13 @@ bool flagAt(const PGresult* rows, int row, int column) {
 
 ColumnType columnTypeOf(const QString& type) {
     static const QHash<QString, ColumnType> types = {
-        {u"yesno"_s, ColumnType::Boolean},    {u"int2"_s, ColumnType::Int},       {u"int4"_s, ColumnType::Int},
-        {u"int8"_s, ColumnType::Int},         {u"byte"_s, ColumnType::Int},       {u"float4"_s, ColumnType::Double},
-        {u"float8"_s, ColumnType::Double},    {u"numeric"_s, ColumnType::Double}, {u"double"_s, ColumnType::Double},
+        {u"yesno"_s, ColumnType::Boolean},     {u"int2"_s, ColumnType::Int},       {u"int4"_s, ColumnType::Int},
+        {u"int8"_s, ColumnType::Int},          {u"byte"_s, ColumnType::Int},       {u"float4"_s, ColumnType::Double},
+        {u"float8"_s, ColumnType::Double},     {u"numeric"_s, ColumnType::Double}, {u"double"_s, ColumnType::Double},
         {u"currency"_s, ColumnType::Currency}, {u"timestamp"_s, ColumnType::Date}, {u"date"_s, ColumnType::Date},
-        {u"timestamptz"_s, ColumnType::Date}, {u"datetime"_s, ColumnType::Date},  {u"text"_s, ColumnType::Text},
-        {u"varchar"_s, ColumnType::Text},     {u"bpchar"_s, ColumnType::Text},    {u"citext"_s, ColumnType::Text},
-        {u"bytea"_s, ColumnType::Binary},     {u"blob"_s, ColumnType::Binary}};
+        {u"timestamptz"_s, ColumnType::Date},  {u"datetime"_s, ColumnType::Date},  {u"text"_s, ColumnType::Text},
+        {u"varchar"_s, ColumnType::Text},      {u"bpchar"_s, ColumnType::Text},    {u"citext"_s, ColumnType::Text},
+        {u"bytea"_s, ColumnType::Binary},      {u"blob"_s, ColumnType::Binary}};
     return types.value(type, ColumnType::Unknown);
 }
 
@@ -71,9 +71,8 @@ void markPrimaryIndex(jet::Table& table) {
     if (table.primaryKey.isEmpty()) return;
     QList<jet::Index>& indexes = table.indexes;
     const auto coversKey = [&](const jet::Index& index) { return index.columns == table.primaryKey; };
-    auto primary = std::ranges::find_if(indexes, [&](const jet::Index& index) {
-        return coversKey(index) && jet::sameName(index.name, u"PrimaryKey");
-    });
+    auto primary = std::ranges::find_if(
+        indexes, [&](const jet::Index& index) { return coversKey(index) && jet::sameName(index.name, u"PrimaryKey"); });
     if (primary == indexes.end()) primary = std::ranges::find_if(indexes, coversKey);
     if (primary == indexes.end()) {
         indexes.prepend({u"PrimaryKey"_s, table.primaryKey, true, false});
@@ -122,8 +121,7 @@ void readIndexes(PostgresSession& session, FactsById& tables) {
         for (const QString& number : textAt(rows.get(), row, 4).split(u' '))
             index.columns.append(facts->places.value(number.toInt(), -1));
         if (index.columns.contains(-1)) continue; // over expressions
-        flagAt(rows.get(), row, 3) ? void(facts->table.primaryKey = index.columns)
-                                   : facts->table.indexes.append(index);
+        flagAt(rows.get(), row, 3) ? void(facts->table.primaryKey = index.columns) : facts->table.indexes.append(index);
     }
 }
 

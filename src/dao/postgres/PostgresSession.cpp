@@ -113,11 +113,11 @@ PostgresResult PostgresSession::runSaved(const QByteArray& statement, const Post
     const auto send = [&](const char* text) {
         return PQsendQueryParams(raw(), text, 0, nullptr, nullptr, nullptr, nullptr, 0);
     };
-    const bool sent = PQenterPipelineMode(raw()) && send(savepointText) &&
-                      PQsendQueryPrepared(raw(), statement.constData(), static_cast<int>(values.values.size()),
-                                          values.values.data(), values.lengths.data(), values.formats.data(),
-                                          inBinary) &&
-                      send(releaseText) && PQpipelineSync(raw());
+    const bool sent =
+        PQenterPipelineMode(raw()) && send(savepointText) &&
+        PQsendQueryPrepared(raw(), statement.constData(), static_cast<int>(values.values.size()), values.values.data(),
+                            values.lengths.data(), values.formats.data(), inBinary) &&
+        send(releaseText) && PQpipelineSync(raw());
     std::vector<PostgresResult> results;
     while (sent) {
         PostgresResult result(PQgetResult(raw()));
