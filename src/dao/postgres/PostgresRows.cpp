@@ -1,8 +1,8 @@
 #include "dao/postgres/PostgresRows.h"
 
-#include "base/DateTime.h"
 #include "dao/Substitute.h"
 
+#include <QDateTime>
 #include <QtEndian>
 #include <bit>
 #include <cmath>
@@ -34,8 +34,7 @@ enum ServerType : Oid {
     Numeric = 1700,
 };
 
-constexpr double firstDay = 36526; // 2000-01-01, from which the server counts
-constexpr double microsecondsPerDay = 86400e6;
+constexpr qint64 firstJulianDay = 2451545; // 2000-01-01, from which the server counts
 
 template<class T>
 T numberAt(const char* bytes) {
@@ -62,8 +61,23 @@ void appendNumeric(RowStore& rows, const char* bytes) {
     whole ? rows.appendInteger(integer) : rows.appendReal(text.toDouble());
 }
 
-void appendDate(RowStore& rows, double days) {
-    rows.appendText(mkl::isoFromDate(firstDay + days).toLatin1());
+// Days and seconds since 2000-01-01 as a date is stored. Not by way of its number: before 1899-12-30 that counts the
+// time of day the other way round.
+void appendDate(RowStore& rows, qint64 days, qint64 seconds) {
+    const QDate date = QDate::fromJulianDay(firstJulianDay + days);
+    const QTime time = QTime::fromMSecsSinceStartOfDay(static_cast<int>(seconds * 1000));
+    const QString text = date.toString(QStringLiteral("yyyy-MM-dd ")) + time.toString(QStringLiteral("HH:mm:ss"));
+    rows.appendText(text.toLatin1());
+}
+
+void appendTimestamp(RowStore& rows, qint64 microseconds) {
+    constexpr qint64 perSecond = 1'000'000, perDay = 86'400 * perSecond;
+    qint64 days = microseconds / perDay, rest = microseconds % perDay;
+    if (rest < 0) {
+        rest += perDay;
+        --days;
+    }
+    appendDate(rows, days, rest / perSecond);
 }
 
 void appendValue(RowStore& rows, Oid type, const char* bytes, int size) {
@@ -76,9 +90,9 @@ void appendValue(RowStore& rows, Oid type, const char* bytes, int size) {
     case Float4: return rows.appendReal(std::bit_cast<float>(numberAt<quint32>(bytes)));
     case Float8: return rows.appendReal(std::bit_cast<double>(numberAt<quint64>(bytes)));
     case Numeric: return appendNumeric(rows, bytes);
-    case Day: return appendDate(rows, numberAt<qint32>(bytes));
+    case Day: return appendDate(rows, numberAt<qint32>(bytes), 0);
     case Timestamp:
-    case Timestamptz: return appendDate(rows, static_cast<double>(numberAt<qint64>(bytes)) / microsecondsPerDay);
+    case Timestamptz: return appendTimestamp(rows, numberAt<qint64>(bytes));
     case Bytea: return rows.appendBlob({bytes, size});
     case Text:
     case Varchar:
