@@ -105,6 +105,9 @@ public:
     virtual const jet::Schema& schema() const = 0;
     /// Reads the tables again if they changed since; true if they did.
     virtual bool refreshSchema() = 0;
+    /// Whether a prepared action refuses to run (an internal error) where its tables are others than at its
+    /// preparation, so that nobody need ask beforehand.
+    virtual bool noticesOldTables() const { return false; }
     virtual QStringList tableNames() const = 0;
     /// What a new row of the table holds by itself; takes the next number of a counter for it.
     virtual ColumnValues initialValues(const jet::Table& table) = 0;

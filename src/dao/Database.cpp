@@ -54,6 +54,7 @@ struct Database::Data {
     const jet::Table& table(const QString& tableName);
     bool isTable(const QString& source);
     std::unique_ptr<Cursor> cursorOf(const QuerySource& source, Long type);
+    qint64 execute(const QString& sql, bool strict);
     qint64 run(Translation& translation, const Parameters& parameters, bool strict);
 };
 
@@ -110,16 +111,29 @@ mkl::Ref<Recordset> Database::OpenRecordset(const QString& source, Long type) {
 void Database::Execute(const QString& sql, Long options) {
     Connection& connection = d_->opened();
     d_->recordsAffected = 0;
-    d_->refreshSchema();
-    const jet::Shape shape = jet::shapeOf(sql);
-    const auto translation = d_->plans->translation(shape, sql, connection);
-    if (translation->plan.kind == jet::StatementKind::Select) mkl::throwError(err::ExecuteOfSelect);
-    connection.requireWritable();
-    const Parameters parameters = parameterValues(translation->plan, shape);
+    if (!connection.noticesOldTables()) d_->refreshSchema();
     const bool strict = (options & dbFailOnError) != 0;
     qint64 affected = 0;
-    connection.transaction().atomically([&] { affected = d_->run(*translation, parameters, strict); });
+    try {
+        affected = d_->execute(sql, strict);
+    } catch (const mkl::RunTimeError& error) {
+        const bool isOfOldTables = error.number() == err::InternalError && connection.refreshSchema();
+        if (!isOfOldTables) throw;
+        d_->plans->clear();
+        affected = d_->execute(sql, strict);
+    }
     d_->recordsAffected = mkl::roundToLong(static_cast<double>(affected));
+}
+
+qint64 Database::Data::execute(const QString& sql, bool strict) {
+    const jet::Shape shape = jet::shapeOf(sql);
+    const auto translation = plans->translation(shape, sql, *connection);
+    if (translation->plan.kind == jet::StatementKind::Select) mkl::throwError(err::ExecuteOfSelect);
+    connection->requireWritable();
+    const Parameters parameters = parameterValues(translation->plan, shape);
+    qint64 affected = 0;
+    connection->transaction().atomically([&] { affected = run(*translation, parameters, strict); });
+    return affected;
 }
 
 qint64 Database::Data::run(Translation& translation, const Parameters& parameters, bool strict) {

@@ -23,7 +23,10 @@ public:
     qint64 run(std::span<const StoredValue> parameters) override {
         return either([&](Statement& statement) { return statement.run(parameters); });
     }
-    bool takeStale() override { return statement_ && statement_->takeStale(); }
+    bool takeStale() override {
+        const bool isStale = statement_ && statement_->takeStale();
+        return (substitute_ && substitute_->takeStale()) || isStale;
+    }
 
 private:
     template<class Action>
@@ -62,9 +65,11 @@ public:
     }
     qint64 run(std::span<const StoredValue> parameters) override {
         try {
-            return connection_.prepared(strict_, Access::Write)->run(parameters);
+            if (!statement_) statement_ = connection_.prepare(strict_, Access::Write);
+            return statement_->run(parameters);
         } catch (const NotExpressible&) {
-        } catch (const mkl::RunTimeError&) {
+        } catch (const mkl::RunTimeError& error) {
+            if (error.number() == err::InternalError) throw; // of other tables
             connection_.transaction().requireSound();
         }
         Substitute& other = *connection_.substitute();
@@ -75,6 +80,7 @@ public:
 private:
     Connection& connection_;
     QByteArray strict_;
+    std::shared_ptr<Statement> statement_;
     WriteFor write_;
 };
 

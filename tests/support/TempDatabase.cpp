@@ -51,7 +51,7 @@ QString TempDatabase::path() const {
 
 void TempDatabase::run(const QByteArray& nativeSql) const {
     url_.isEmpty() ? execute(path(), nativeSql)
-                   : void(runOnServer(url_, serverText(nativeSql) + ";SELECT mkl_add_row_identities()"));
+                   : void(runOnServer(url_, serverText(nativeSql) + ";SELECT mkl_complete_tables()"));
 }
 
 void TempDatabase::copy(const QString& other) const {

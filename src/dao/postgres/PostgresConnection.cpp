@@ -1,6 +1,7 @@
 #include "dao/postgres/PostgresConnection.h"
 
 #include "dao/Errors.h"
+#include "dao/Substitute.h"
 #include "dao/postgres/PostgresFunctions.h"
 
 #include <algorithm>
@@ -13,8 +14,13 @@ PostgresConnection::PostgresConnection(std::shared_ptr<PostgresSession> session,
     : session_(std::move(session))
     , readOnly_(readOnly)
     , busyTimeout_(busyTimeoutMilliseconds)
-    , localRows_(*this, schema_) {
+    , localRows_(*this, schema_,
+                 [this](const QByteArray& native) { return make(native, Access::Read, guardsOf(native)); }) {
     session_->setReconnecting([this] { return transaction().depth() == 0; }, [this] { applySettings(); });
+    session_->setKeyColumns([this](const QString& table, const QString& column) {
+        const jet::Table* found = schema_.findTable(table);
+        return found && found->primaryKey.contains(found->columnIndex(column));
+    });
     applySettings();
     PostgresFunctions::install(*session_);
     refreshSchema();
@@ -38,20 +44,47 @@ void PostgresConnection::close() {
     session_->close();
 }
 
+std::shared_ptr<Statement> PostgresConnection::make(const QByteArray& native, Access access, PostgresGuards guards) {
+    return std::make_shared<PostgresStatement>(session_, schema_, changes_, native, access, std::move(guards));
+}
+
+// What the values of a column of no type mean only their marks tell, which no function of the server knows.
 std::shared_ptr<Statement> PostgresConnection::prepare(const QByteArray& native, Access access) {
-    return std::make_shared<PostgresStatement>(session_, changes_, native, access);
+    if (access != Access::Read && access != Access::Write) return make(native, access, {});
+    for (const jet::Table& table : schema_.tables())
+        for (const jet::Column& column : table.columns)
+            if (column.type == jet::ColumnType::Unknown && native.contains(target_.name(column.name)) &&
+                native.contains(target_.name(table.name)))
+                throw NotExpressible();
+    return make(native, access, guardsOf(native));
+}
+
+// A result without rows costs the server next to nothing, but not where its columns are others than before.
+PostgresGuards PostgresConnection::guardsOf(const QByteArray& native) {
+    PostgresGuards guards;
+    for (const jet::Table& table : schema_.tables()) {
+        const QByteArray name = target_.name(table.name);
+        if (!native.contains(name)) continue;
+        std::shared_ptr<PostgresGuard>& guard = guards_[table.name];
+        if (!guard) {
+            const QByteArray statement = "guard" + QByteArray::number(++guardCount_);
+            guard = std::make_shared<PostgresGuard>(PostgresGuard{statement, "SELECT * FROM " + name + " LIMIT 0"});
+        }
+        guards.push_back(guard);
+    }
+    return guards;
 }
 
 std::shared_ptr<Statement> PostgresConnection::prepared(const QByteArray& native, Access access) {
     const std::pair key(native, static_cast<int>(access));
     if (const auto* known = statements_.find(key)) return *known;
-    return statements_.insert(key, prepare(native, access));
+    return statements_.insert(key, make(native, access, {}));
 }
 
 void PostgresConnection::executeScript(const QByteArray& native) {
     ++*changes_;
     session_->savedScript(native);
-    session_->savedScript("SELECT mkl_add_row_identities()");
+    session_->savedScript("SELECT mkl_complete_tables()");
 }
 
 QByteArray PostgresConnection::leavingOutFailedRows(const QByteArray& native) const {
@@ -59,22 +92,20 @@ QByteArray PostgresConnection::leavingOutFailedRows(const QByteArray& native) co
 }
 
 void PostgresConnection::begin() {
-    session_->script("BEGIN");
+    session_->begin();
 }
 
-// The server ends a transaction that has failed without a word.
 void PostgresConnection::commit() {
-    const PostgresResult result = session_->script("COMMIT");
-    if (qstrcmp(PQcmdStatus(result.get()), "COMMIT") != 0) mkl::throwError(err::TransactionGivenUp);
+    session_->commit();
 }
 
 void PostgresConnection::rollback() {
     ++*changes_;
-    session_->script("ROLLBACK");
+    session_->rollback();
 }
 
 void PostgresConnection::savepoint(const QByteArray& name) {
-    session_->script("SAVEPOINT " + name);
+    session_->savepoint(name);
 }
 
 void PostgresConnection::release(const QByteArray& name) {
@@ -103,6 +134,8 @@ bool PostgresConnection::refreshSchema() {
     schema_.read(*session_);
     localRows_.forgetTables();
     statements_.clear();
+    for (const auto& guard : std::exchange(guards_, {}))
+        session_->forget(guard->statement, guard->generation);
     schemaStamp_ = stamp;
     return true;
 }

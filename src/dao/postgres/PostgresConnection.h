@@ -35,6 +35,7 @@ public:
     void setLocalNumber(Long number) override;
     quint64 changeStamp() const override { return *changes_; }
     quint64 exclusivePeriod() const override { return 0; }
+    bool noticesOldTables() const override { return true; }
     bool failsAsAWhole(const QString& /*table*/) override { return true; }
 
     const jet::Schema& schema() const override { return schema_; }
@@ -46,6 +47,8 @@ public:
 
 private:
     void applySettings();
+    std::shared_ptr<Statement> make(const QByteArray& native, Access access, PostgresGuards guards);
+    PostgresGuards guardsOf(const QByteArray& native);
     qint64 takeCounter(const jet::Table& table, const jet::Column& column);
 
     std::shared_ptr<PostgresSession> session_;
@@ -55,6 +58,8 @@ private:
     LruCache<std::pair<QByteArray, int>, std::shared_ptr<Statement>> statements_{64};
     PostgresSchema schema_;
     QByteArray schemaStamp_;
+    QHash<QString, std::shared_ptr<PostgresGuard>> guards_; ///< by table
+    quint64 guardCount_ = 0;
     PostgresTarget target_;
     PostgresLocalRows localRows_;
 };

@@ -38,13 +38,10 @@ QString fieldOf(const PGresult* result, int field) {
     return text ? QString::fromUtf8(text) : QString();
 }
 
-// The server names the column of a key by itself alone.
-[[noreturn]] void raiseNull(PGconn* connection, const PGresult* result, const QString& source) {
-    const QByteArray table = fieldOf(result, PG_DIAG_TABLE_NAME).toUtf8();
-    const QByteArray column = fieldOf(result, PG_DIAG_COLUMN_NAME).toUtf8();
-    Q_UNUSED(connection);
-    Q_UNUSED(table);
-    mkl::throwError(err::NullNotAllowed, {QString::fromUtf8(column)}, source);
+[[noreturn]] void raiseNull(const PGresult* result, const PostgresErrorContext& context, const QString& source) {
+    const QString table = fieldOf(result, PG_DIAG_TABLE_NAME), column = fieldOf(result, PG_DIAG_COLUMN_NAME);
+    const bool isKey = context.isKeyColumn && context.isKeyColumn(table, column);
+    mkl::throwError(isKey ? err::NullInKey : err::NullNotAllowed, {column}, source);
 }
 
 QString argumentOf(mkl::Long number, const PGresult* result, const QString& name) {
@@ -57,28 +54,33 @@ QString argumentOf(mkl::Long number, const PGresult* result, const QString& name
 
 } // namespace
 
-void raisePostgresError(PGconn* connection, const PGresult* result, const QString& name) {
+void raisePostgresError(PGconn* connection, const PGresult* result, const PostgresErrorContext& context) {
     const QString state = fieldOf(result, PG_DIAG_SQLSTATE);
     const QString message = fieldOf(result, PG_DIAG_MESSAGE_PRIMARY);
     const QString source = u"PostgreSQL %1: %2"_s.arg(state, message);
-    if (PQstatus(connection) != CONNECTION_OK) mkl::throwError(err::DiskError, {name}, source);
+    if (PQstatus(connection) != CONNECTION_OK) mkl::throwError(err::DiskError, {context.name}, source);
     if (state == beyondState) throw NotExpressible(source);
     if (state == numberState) mkl::throwError(message.toInt(), {}, source);
-    if (state == u"23502") raiseNull(connection, result, source);
+    if (state == u"23502") raiseNull(result, context, source);
     if (state.startsWith(u"23") && state != u"23505" && state != u"23503")
         mkl::throwError(err::RuleViolated, {fieldOf(result, PG_DIAG_CONSTRAINT_NAME)}, source);
     const auto fits = [&](const Mapping& mapping) { return state.startsWith(mapping.state); };
     const auto* mapping = std::ranges::find_if(mappings, fits);
     if (mapping != std::end(mappings))
-        mkl::throwError(mapping->number, {argumentOf(mapping->number, result, name)}, source);
-    if (qEnvironmentVariableIsSet("MKL_PG_TRACE")) qWarning("%s", qPrintable(source));
+        mkl::throwError(mapping->number, {argumentOf(mapping->number, result, context.name)}, source);
     if (state.startsWith(u"42")) throw NotExpressible(source);
     mkl::throwError(err::InternalError, {state}, source);
 }
 
-void raisePostgresConnectionError(PGconn* connection, const QString& name) {
+void raisePostgresConnectionError(PGconn* connection, const PostgresErrorContext& context) {
     const QString message = QString::fromUtf8(connection ? PQerrorMessage(connection) : "");
-    mkl::throwError(err::DiskError, {name}, u"PostgreSQL: "_s + message.trimmed());
+    mkl::throwError(err::DiskError, {context.name}, u"PostgreSQL: "_s + message.trimmed());
+}
+
+// An unknown column or table, and a result of other types.
+bool isOfOldPreparation(const QString& source) {
+    constexpr QStringView beginnings[] = {u"PostgreSQL 42703", u"PostgreSQL 42P01", u"PostgreSQL 0A000"};
+    return std::ranges::any_of(beginnings, [&](QStringView beginning) { return source.startsWith(beginning); });
 }
 
 } // namespace dao

@@ -7,7 +7,7 @@ namespace dao {
 namespace {
 
 // Raise it with every change of a definition.
-constexpr const char* version = "2";
+constexpr const char* version = "3";
 
 constexpr const char* beginText = "SELECT pg_advisory_xact_lock(7355608); DROP SCHEMA IF EXISTS mkl_old CASCADE; "
                                   "CREATE SCHEMA IF NOT EXISTS mkl;";
@@ -119,13 +119,36 @@ BEGIN
  END LOOP;
  RETURN moved;
 END $$;
-CREATE FUNCTION mkl.mkl_add_row_identities() RETURNS void LANGUAGE plpgsql AS $$
+CREATE FUNCTION mkl.mkl_counter(named regclass) RETURNS text LANGUAGE sql STABLE AS $$
+SELECT a.attname FROM pg_attribute a LEFT JOIN pg_attrdef d ON d.adrelid = a.attrelid AND d.adnum = a.attnum
+ WHERE a.attrelid = named AND NOT a.attisdropped AND a.attname <> 'mkl_rowid'
+ AND (a.attidentity <> '' OR pg_get_expr(d.adbin, d.adrelid) LIKE 'nextval(%') LIMIT 1 $$;
+CREATE FUNCTION mkl.mkl_follow() RETURNS trigger LANGUAGE plpgsql AS $$
+DECLARE seq regclass := TG_ARGV[1]::regclass; highest bigint; n bigint; called boolean; step bigint; top bigint;
+BEGIN
+ EXECUTE format('SELECT max(%I) FROM added', TG_ARGV[0]) INTO highest;
+ IF highest IS NULL THEN RETURN NULL; END IF;
+ EXECUTE format('SELECT last_value, is_called FROM %s', seq) INTO n, called;
+ IF highest < n OR (called AND highest = n) THEN RETURN NULL; END IF;
+ SELECT seqincrement, seqmax INTO step, top FROM pg_sequence WHERE seqrelid = seq;
+ IF step < 1 THEN RETURN NULL; END IF;
+ n := n + ((highest - n) / step + 1) * step;
+ IF n > top THEN PERFORM setval(seq, top); ELSE PERFORM setval(seq, n, false); END IF;
+ RETURN NULL;
+END $$;
+CREATE FUNCTION mkl.mkl_complete_tables() RETURNS void LANGUAGE plpgsql AS $$
 DECLARE t record;
 BEGIN
  FOR t IN SELECT c.oid::regclass AS named FROM pg_class c WHERE c.relnamespace = 'public'::regnamespace
   AND c.relkind = 'r' AND NOT EXISTS (SELECT 1 FROM pg_index i WHERE i.indrelid = c.oid AND i.indisprimary)
   AND NOT EXISTS (SELECT 1 FROM pg_attribute a WHERE a.attrelid = c.oid AND a.attname = 'mkl_rowid') LOOP
   EXECUTE format('ALTER TABLE %s ADD COLUMN mkl_rowid bigint GENERATED ALWAYS AS IDENTITY UNIQUE', t.named);
+ END LOOP;
+ FOR t IN SELECT c.oid::regclass AS named, mkl.mkl_counter(c.oid) AS counter FROM pg_class c
+  WHERE c.relnamespace = 'public'::regnamespace AND c.relkind = 'r' AND mkl.mkl_counter(c.oid) IS NOT NULL
+  AND NOT EXISTS (SELECT 1 FROM pg_trigger g WHERE g.tgrelid = c.oid AND g.tgname = 'mkl_follow') LOOP
+  EXECUTE format('CREATE TRIGGER mkl_follow AFTER INSERT ON %s REFERENCING NEW TABLE AS added FOR EACH STATEMENT '
+   'EXECUTE FUNCTION mkl.mkl_follow(%L, %L)', t.named, t.counter, mkl.mkl_sequence(t.named::text, t.counter));
  END LOOP;
 END $$;
 )";

@@ -32,8 +32,9 @@ public:
         : rows_(rows)
         , native_(std::move(native))
         , access_(access)
-        , lenient_(lenient)
-        , tables_(rows.tablesIn(native_)) {
+        , lenient_(lenient) {
+        for (const jet::Table* table : rows.tablesIn(native_))
+            tables_.push_back(*table);
         rows_.memory().prepare(native_, access_); // errors show at once
     }
 
@@ -44,23 +45,27 @@ public:
     }
     qint64 run(std::span<const StoredValue> parameters) override {
         const Loaded loaded(*this);
-        PostgresRowChanges changes(rows_.server_, rows_.memory(), native_, tables_);
+        if (stale_) mkl::throwError(err::InternalError, {QString()});
+        std::vector<const jet::Table*> tables;
+        for (const jet::Table& table : tables_)
+            tables.push_back(&table);
+        PostgresRowChanges changes(rows_.server_, rows_.memory(), native_, tables);
         changes.noteBefore();
         const qint64 affected = rows_.memory().prepared(native_, access_)->run(parameters);
         return affected - changes.carryOver(lenient_);
     }
-    bool takeStale() override { return false; }
+    bool takeStale() override { return std::exchange(stale_, false); }
 
 private:
     struct Loaded {
         explicit Loaded(LocalStatement& statement)
             : statement_(statement) {
-            for (const jet::Table* table : statement_.tables_)
-                statement_.rows_.load(*table);
+            for (const jet::Table& table : statement_.tables_)
+                if (!statement_.rows_.load(table)) statement_.stale_ = true;
         }
         ~Loaded() {
-            for (const jet::Table* table : statement_.tables_)
-                statement_.rows_.empty(*table);
+            for (const jet::Table& table : statement_.tables_)
+                statement_.rows_.empty(table);
         }
         Q_DISABLE_COPY_MOVE(Loaded)
 
@@ -72,7 +77,8 @@ private:
     QByteArray native_;
     Access access_;
     bool lenient_;
-    std::vector<const jet::Table*> tables_;
+    bool stale_ = false;
+    std::vector<jet::Table> tables_;
 };
 
 Connection& PostgresLocalRows::memory() {
@@ -106,19 +112,29 @@ std::vector<const jet::Table*> PostgresLocalRows::tablesIn(const QByteArray& nat
     return tables;
 }
 
-void PostgresLocalRows::load(const jet::Table& table) {
+void PostgresLocalRows::forgetTables() {
+    memory_.reset();
+    readers_.clear();
+}
+
+std::shared_ptr<Statement> PostgresLocalRows::reader(const jet::Table& table) {
+    std::shared_ptr<Statement>& reader = readers_[table.name];
+    if (reader) return reader;
     const jet::Target& there = server_.target();
+    QByteArrayList names = namesOf(table, there);
+    if (table.primaryKey.isEmpty()) names.append(there.rowIdentity(there.name(table.name)));
+    return reader = makeReader_("SELECT " + names.join(", ") + " FROM " + there.name(table.name));
+}
+
+bool PostgresLocalRows::load(const jet::Table& table) {
     const jet::Target& here = target();
-    const bool hasKey = !table.primaryKey.isEmpty();
-    QByteArrayList read = namesOf(table, there), stored = namesOf(table, here), parameters;
-    if (!hasKey) {
-        read.append(there.rowIdentity(there.name(table.name)));
-        stored.append("_rowid_");
-    }
+    QByteArrayList stored = namesOf(table, here), parameters;
+    if (table.primaryKey.isEmpty()) stored.append("_rowid_");
     for (qsizetype i = 1; i <= stored.size(); ++i)
         parameters.append('?' + QByteArray::number(i));
     RowStore rows;
-    server_.prepared("SELECT " + read.join(", ") + " FROM " + there.name(table.name), Access::Read)->read({}, rows);
+    const std::shared_ptr<Statement> statement = reader(table);
+    statement->read({}, rows);
     const auto insert = memory().prepared("INSERT INTO " + here.name(table.name) + " (" + stored.join(", ") +
                                               ") VALUES (" + parameters.join(", ") + ')',
                                           Access::Internal);
@@ -130,6 +146,7 @@ void PostgresLocalRows::load(const jet::Table& table) {
             insert->run(values);
         }
     });
+    return !statement->takeStale();
 }
 
 void PostgresLocalRows::empty(const jet::Table& table) {

@@ -1,6 +1,7 @@
 #include "dao/postgres/PostgresRows.h"
 
 #include "dao/Substitute.h"
+#include "dao/postgres/PostgresMarks.h"
 
 #include <QDateTime>
 #include <QtEndian>
@@ -105,21 +106,25 @@ void appendValue(RowStore& rows, Oid type, const char* bytes, int size) {
 
 } // namespace
 
-void PostgresRows::append(const PGresult& result, RowStore& rows) {
+void PostgresRows::append(const PGresult& result) {
     const int columns = PQnfields(&result);
-    std::vector<Oid> types;
-    for (int column = 0; column < columns; ++column)
-        types.push_back(PQftype(&result, column));
+    if (types_.empty())
+        for (int column = 0; column < columns; ++column)
+            types_.push_back(PQftype(&result, column));
     const int count = PQntuples(&result);
     for (int row = 0; row < count; ++row) {
         for (int column = 0; column < columns; ++column) {
+            const auto at = static_cast<size_t>(column);
+            const char* bytes = PQgetvalue(&result, row, column);
+            const int size = PQgetlength(&result, row, column);
             if (PQgetisnull(&result, row, column))
-                rows.appendNull();
+                rows_.appendNull();
+            else if (at < untyped_.size() && untyped_[at])
+                rows_.append(unmarkedValue({bytes, size}));
             else
-                appendValue(rows, types[static_cast<size_t>(column)], PQgetvalue(&result, row, column),
-                            PQgetlength(&result, row, column));
+                appendValue(rows_, types_[at], bytes, size);
         }
-        rows.endRow();
+        rows_.endRow();
     }
 }
 

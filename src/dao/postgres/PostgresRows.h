@@ -2,15 +2,26 @@
 #include "dao/RowStore.h"
 
 #include <libpq-fe.h>
+#include <vector>
 
 namespace dao {
 
-/// Reads the rows that the server gives in binary.
+/// Puts the rows that the server gives in binary into a store.
 class PostgresRows {
 public:
-    static void append(const PGresult& result, RowStore& rows);
+    /// untyped: columns whose values bear marks.
+    PostgresRows(RowStore& rows, const std::vector<bool>& untyped)
+        : rows_(rows)
+        , untyped_(untyped) {}
+    /// Rows of one statement, in one or several results.
+    void append(const PGresult& result);
     /// Whether values of that type of the server stand for ones of ours.
     static bool givesType(Oid server, jet::ColumnType type);
+
+private:
+    RowStore& rows_;
+    const std::vector<bool>& untyped_;
+    std::vector<Oid> types_;
 };
 
 } // namespace dao

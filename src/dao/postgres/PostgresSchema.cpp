@@ -90,7 +90,7 @@ struct TableFacts {
 
 using FactsById = QMap<qint64, TableFacts>;
 
-FactsById readColumns(PostgresSession& session) {
+FactsById readColumns(PostgresSession& session, QSet<std::pair<Oid, int>>& untyped) {
     const PostgresResult rows = session.savedScript(columnsText);
     FactsById tables;
     for (int row = 0; row < PQntuples(rows.get()); ++row) {
@@ -106,6 +106,8 @@ FactsById readColumns(PostgresSession& session) {
         column.autoNumber = flagAt(rows.get(), row, 7);
         column.computed = flagAt(rows.get(), row, 8);
         facts.table.columns.append(column);
+        if (type == u"variant")
+            untyped.insert({textAt(rows.get(), row, 0).toUInt(), textAt(rows.get(), row, 2).toInt()});
     }
     return tables;
 }
@@ -128,8 +130,11 @@ void readIndexes(PostgresSession& session, FactsById& tables) {
 } // namespace
 
 void PostgresSchema::read(PostgresSession& session) {
-    FactsById tables = readColumns(session);
+    untyped_.clear();
+    FactsById tables = readColumns(session, untyped_);
     readIndexes(session, tables);
+    const PostgresResult domain = session.savedScript("SELECT to_regtype('mkl.variant')::oid");
+    untypedDomain_ = textAt(domain.get(), 0, 0).toUInt();
     tables_.clear();
     byName_.clear();
     for (TableFacts& facts : tables) {

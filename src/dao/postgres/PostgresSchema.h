@@ -3,6 +3,7 @@
 #include "dao/postgres/PostgresSession.h"
 
 #include <QHash>
+#include <QSet>
 #include <vector>
 
 namespace dao {
@@ -13,6 +14,11 @@ public:
     const jet::Table* findTable(QStringView name) const override;
     QStringList tableNames() const;
     const std::vector<jet::Table>& tables() const { return tables_; }
+
+    /// Whether a column of the server holds values of any kind, by the server's numbers.
+    bool isUntyped(Oid table, int column) const { return untyped_.contains({table, column}); }
+    /// The type of such columns.
+    Oid untypedDomain() const { return untypedDomain_; }
 
     /// Reads everything anew.
     void read(PostgresSession& session);
@@ -25,6 +31,8 @@ public:
 private:
     std::vector<jet::Table> tables_; ///< in the order in which they were made
     QHash<QString, size_t> byName_;  ///< folded
+    QSet<std::pair<Oid, int>> untyped_;
+    Oid untypedDomain_ = 0;
 };
 
 } // namespace dao

@@ -1,7 +1,8 @@
 #include "dao/postgres/PostgresSession.h"
 
 #include "dao/Errors.h"
-#include "dao/postgres/PostgresErrors.h"
+
+#include <algorithm>
 
 namespace dao {
 
@@ -13,17 +14,22 @@ constexpr const char* releaseText = "RELEASE statement";
 
 void ignoreNotice(void*, const PGresult*) {}
 
+bool isFailure(const PostgresResult& result) {
+    const ExecStatusType status = PQresultStatus(result.get());
+    return status != PGRES_COMMAND_OK && status != PGRES_TUPLES_OK && status != PGRES_EMPTY_QUERY;
+}
+
 } // namespace
 
 PostgresSession::PostgresSession(QByteArray url, QString name)
     : url_(std::move(url))
-    , name_(std::move(name)) {
+    , context_{std::move(name), {}} {
     connect();
 }
 
 void PostgresSession::connect() {
     connection_.reset(PQconnectdb(url_.constData()));
-    if (PQstatus(raw()) != CONNECTION_OK) raisePostgresConnectionError(raw(), name_);
+    if (PQstatus(raw()) != CONNECTION_OK) raisePostgresConnectionError(raw(), context_);
     PQsetNoticeReceiver(raw(), &ignoreNotice, nullptr);
     ++generation_;
     forgotten_.clear();
@@ -34,26 +40,33 @@ void PostgresSession::setReconnecting(std::function<bool()> mayReconnect, std::f
     reconnected_ = std::move(reconnected);
 }
 
+void PostgresSession::setKeyColumns(std::function<bool(const QString&, const QString&)> isKeyColumn) {
+    context_.isKeyColumn = std::move(isKeyColumn);
+}
+
 void PostgresSession::requireConnection() {
     if (!isOpen()) mkl::throwError(err::ObjectInvalid);
     if (PQstatus(raw()) == CONNECTION_OK) return;
-    if (!mayReconnect_ || !mayReconnect_()) mkl::throwError(err::DiskError, {name_});
+    const bool mayReconnect = mayReconnect_ && (begins_ || mayReconnect_());
+    if (!mayReconnect) mkl::throwError(err::DiskError, {context_.name});
     PQreset(raw());
-    if (PQstatus(raw()) != CONNECTION_OK) raisePostgresConnectionError(raw(), name_);
+    if (PQstatus(raw()) != CONNECTION_OK) raisePostgresConnectionError(raw(), context_);
     ++generation_;
     forgotten_.clear();
+    const bool begins = std::exchange(begins_, false);
     reconnected_();
+    begins_ = begins;
 }
 
 PostgresResult PostgresSession::checked(PGresult* result) {
     PostgresResult owned(result);
-    const ExecStatusType status = PQresultStatus(result);
-    if (status == PGRES_COMMAND_OK || status == PGRES_TUPLES_OK || status == PGRES_EMPTY_QUERY) return owned;
-    raisePostgresError(raw(), result, name_);
+    if (isFailure(owned)) raisePostgresError(raw(), result, context_);
+    return owned;
 }
 
 PostgresResult PostgresSession::script(const QByteArray& native) {
     requireConnection();
+    sendBegin();
     return checked(PQexec(raw(), native.constData()));
 }
 
@@ -63,24 +76,28 @@ PostgresResult PostgresSession::savedScript(const QByteArray& native) {
     script(savepointText);
     PostgresResult result(PQexec(raw(), native.constData()));
     if (PQtransactionStatus(raw()) == PQTRANS_INERROR)
-        undoSavepoint();
+        undoFailed(false);
     else
         script(releaseText);
     return checked(result.release());
 }
 
-void PostgresSession::undoSavepoint() {
+// Where the transaction began with what has failed it begins anew with what comes next.
+void PostgresSession::undoFailed(bool hasBegun) {
     if (PQstatus(raw()) != CONNECTION_OK) return;
-    PQclear(PQexec(raw(), (QByteArray("ROLLBACK TO statement;") + releaseText).constData()));
+    const QByteArray text = hasBegun ? QByteArray("ROLLBACK") : QByteArray("ROLLBACK TO statement;") + releaseText;
+    PQclear(PQexec(raw(), text.constData()));
+    begins_ = hasBegun;
 }
 
+// The server keeps a prepared statement whatever becomes of a transaction.
 PostgresResult PostgresSession::prepare(const QByteArray& statement, const QByteArray& native) {
     requireConnection();
     dropForgotten();
-    const bool saved = inTransaction();
+    const bool saved = isInTransaction();
     if (saved) script(savepointText);
     PostgresResult made(PQprepare(raw(), statement.constData(), native.constData(), 0, nullptr));
-    if (saved) PQresultStatus(made.get()) == PGRES_COMMAND_OK ? void(script(releaseText)) : undoSavepoint();
+    if (saved) isFailure(made) ? undoFailed(false) : void(script(releaseText));
     checked(made.release());
     return checked(PQdescribePrepared(raw(), statement.constData()));
 }
@@ -90,52 +107,80 @@ void PostgresSession::forget(const QByteArray& statement, int generation) {
 }
 
 void PostgresSession::dropForgotten() {
-    if (forgotten_.isEmpty()) return;
+    if (forgotten_.isEmpty() || (isInTransaction() && PQtransactionStatus(raw()) == PQTRANS_INERROR)) return;
     QByteArray text;
     for (const QByteArray& statement : std::exchange(forgotten_, {}))
         text += "DEALLOCATE " + statement + ';';
-    script(text);
+    checked(PQexec(raw(), text.constData()));
 }
 
-PostgresResult PostgresSession::run(const QByteArray& statement, const PostgresValues& values) {
-    requireConnection();
-    return inTransaction() ? runSaved(statement, values) : runPlain(statement, values);
-}
-
-PostgresResult PostgresSession::runPlain(const QByteArray& statement, const PostgresValues& values) {
-    constexpr int inBinary = 1;
-    return checked(PQexecPrepared(raw(), statement.constData(), static_cast<int>(values.values.size()),
-                                  values.values.data(), values.lengths.data(), values.formats.data(), inBinary));
-}
-
-PostgresResult PostgresSession::runSaved(const QByteArray& statement, const PostgresValues& values) {
-    constexpr int inBinary = 1;
-    const auto send = [&](const char* text) {
-        return PQsendQueryParams(raw(), text, 0, nullptr, nullptr, nullptr, nullptr, 0);
-    };
-    const bool sent =
-        PQenterPipelineMode(raw()) && send(savepointText) &&
-        PQsendQueryPrepared(raw(), statement.constData(), static_cast<int>(values.values.size()), values.values.data(),
-                            values.lengths.data(), values.formats.data(), inBinary) &&
-        send(releaseText) && PQpipelineSync(raw());
-    std::vector<PostgresResult> results;
-    while (sent) {
-        PostgresResult result(PQgetResult(raw()));
-        if (!result) {
-            if (PQstatus(raw()) != CONNECTION_OK) break;
-            continue;
-        }
-        if (PQresultStatus(result.get()) == PGRES_PIPELINE_SYNC) break;
-        results.push_back(std::move(result));
-        if (PQstatus(raw()) != CONNECTION_OK) break;
+void PostgresSession::prepareGuards(const PostgresGuards& guards) {
+    for (const auto& guard : guards) {
+        if (guard->generation == generation_) continue;
+        prepare(guard->statement, guard->native);
+        guard->generation = generation_;
     }
-    PQexitPipelineMode(raw());
-    if (results.size() < 2) raisePostgresError(raw(), results.empty() ? nullptr : results[0].get(), name_);
-    if (PQtransactionStatus(raw()) == PQTRANS_INERROR) undoSavepoint();
-    return checked(results[1].release());
 }
 
-bool PostgresSession::inTransaction() const {
+PostgresResult PostgresSession::run(const QByteArray& statement, const PostgresValues& values,
+                                    const PostgresGuards& guards, const PostgresRowSink& sink) {
+    requireConnection();
+    prepareGuards(guards);
+    const bool begins = std::exchange(begins_, false), saved = !begins && isInTransaction();
+    std::vector<PostgresResult> results;
+    size_t own = 0;
+    const auto undo = [&] {
+        if (PQtransactionStatus(raw()) == PQTRANS_INERROR) undoFailed(begins);
+    };
+    try {
+        PostgresPipeline pipeline(raw());
+        if (begins) pipeline.send("BEGIN");
+        if (saved) pipeline.send(savepointText);
+        for (const auto& guard : guards)
+            pipeline.sendPrepared(guard->statement, {});
+        own = pipeline.size();
+        if (sink) pipeline.streamNext(sink);
+        pipeline.sendPrepared(statement, values);
+        if (saved) pipeline.send(releaseText);
+        results = pipeline.results();
+    } catch (...) {
+        undo();
+        throw;
+    }
+    if (results.size() <= own) raisePostgresError(raw(), results.empty() ? nullptr : results.back().get(), context_);
+    undo();
+    const auto guarded = std::span(results).first(own).last(guards.size());
+    const bool isLost = PQstatus(raw()) != CONNECTION_OK;
+    if (!isLost && std::ranges::any_of(guarded, &isFailure)) return nullptr;
+    return checked(results[own].release());
+}
+
+void PostgresSession::begin() {
+    requireConnection();
+    begins_ = true;
+}
+
+void PostgresSession::sendBegin() {
+    if (std::exchange(begins_, false)) checked(PQexec(raw(), "BEGIN"));
+}
+
+void PostgresSession::savepoint(const QByteArray& name) {
+    requireConnection();
+    const QByteArray first = std::exchange(begins_, false) ? "BEGIN;" : "";
+    script(first + "SAVEPOINT " + name);
+}
+
+void PostgresSession::commit() {
+    if (std::exchange(begins_, false)) return; // nothing was done in it
+    const PostgresResult result = script("COMMIT");
+    if (qstrcmp(PQcmdStatus(result.get()), "COMMIT") != 0) mkl::throwError(err::TransactionGivenUp);
+}
+
+void PostgresSession::rollback() {
+    if (!std::exchange(begins_, false)) script("ROLLBACK");
+}
+
+bool PostgresSession::isInTransaction() const {
     if (!isOpen() || PQstatus(raw()) != CONNECTION_OK) return false;
     const PGTransactionStatusType status = PQtransactionStatus(raw());
     return status == PQTRANS_INTRANS || status == PQTRANS_INERROR;

@@ -1,27 +1,20 @@
 #pragma once
-#include "base/RunTimeError.h"
+#include "dao/postgres/PostgresErrors.h"
+#include "dao/postgres/PostgresPipeline.h"
 
 #include <QByteArrayList>
 #include <QString>
-#include <functional>
-#include <libpq-fe.h>
-#include <memory>
-#include <vector>
+#include <span>
 
 namespace dao {
 
-struct PostgresResultCloser {
-    void operator()(PGresult* result) const { PQclear(result); }
+/// A statement that the server keeps and that fails once the columns of a table are no longer those of its preparation.
+struct PostgresGuard {
+    QByteArray statement; ///< its name
+    QByteArray native;
+    int generation = 0; ///< of the connection that has it prepared
 };
-using PostgresResult = std::unique_ptr<PGresult, PostgresResultCloser>;
-
-/// Values bound to a statement, as the server takes them.
-struct PostgresValues {
-    std::vector<QByteArray> kept; ///< texts made for numbers
-    std::vector<const char*> values;
-    std::vector<int> lengths;
-    std::vector<int> formats;
-};
+using PostgresGuards = std::vector<std::shared_ptr<PostgresGuard>>;
 
 /// What the statements of one connection share. A lost connection is error 3043; it is made anew by the next call
 /// outside of a transaction.
@@ -29,12 +22,14 @@ class PostgresSession {
 public:
     PostgresSession(QByteArray url, QString name);
 
-    const QString& name() const { return name_; }
+    const QString& name() const { return context_.name; }
     bool isOpen() const { return connection_ != nullptr; }
     void close() { connection_.reset(); }
 
     /// Told whenever the connection has been made anew, and asked whether it may be.
     void setReconnecting(std::function<bool()> mayReconnect, std::function<void()> reconnected);
+    /// Asked about the table and the column for which a Null was refused.
+    void setKeyColumns(std::function<bool(const QString&, const QString&)> isKeyColumn);
     /// Counts the connections made: what the server keeps for one is gone with it.
     int generation() const { return generation_; }
 
@@ -44,12 +39,20 @@ public:
     PostgresResult savedScript(const QByteArray& native);
     /// Gives the number of its result columns' types.
     PostgresResult prepare(const QByteArray& statement, const QByteArray& native);
-    /// Values in binary; inside a transaction under a savepoint, all in one round trip.
-    PostgresResult run(const QByteArray& statement, const PostgresValues& values);
+    /// Values in binary, rows to the sink; inside a transaction under a savepoint; all in one round trip. Nothing where
+    /// a guard has failed: the statement was not run then.
+    PostgresResult run(const QByteArray& statement, const PostgresValues& values, const PostgresGuards& guards,
+                       const PostgresRowSink& sink);
     /// Drops a prepared statement with the next call.
     void forget(const QByteArray& statement, int generation);
 
-    bool inTransaction() const;
+    /// Begins a transaction with the next statement, in its round trip.
+    void begin();
+    void savepoint(const QByteArray& name);
+    /// Raises where the server has given it up.
+    void commit();
+    void rollback();
+    bool inTransaction() const { return begins_ || isInTransaction(); }
 
 private:
     struct Closer {
@@ -59,16 +62,18 @@ private:
     void connect();
     void requireConnection();
     void dropForgotten();
+    void sendBegin();
+    void prepareGuards(const PostgresGuards& guards);
+    bool isInTransaction() const;
     PGconn* raw() const { return connection_.get(); }
     PostgresResult checked(PGresult* result);
-    PostgresResult runPlain(const QByteArray& statement, const PostgresValues& values);
-    PostgresResult runSaved(const QByteArray& statement, const PostgresValues& values);
-    void undoSavepoint();
+    void undoFailed(bool hasBegun);
 
     QByteArray url_;
-    QString name_;
+    PostgresErrorContext context_;
     std::unique_ptr<PGconn, Closer> connection_;
     int generation_ = 0;
+    bool begins_ = false;
     std::function<bool()> mayReconnect_;
     std::function<void()> reconnected_;
     QByteArrayList forgotten_;

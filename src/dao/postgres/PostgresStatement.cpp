@@ -2,6 +2,7 @@
 
 #include "dao/Errors.h"
 #include "dao/Substitute.h"
+#include "dao/postgres/PostgresMarks.h"
 #include "dao/postgres/PostgresRows.h"
 
 namespace dao {
@@ -40,13 +41,15 @@ bool beginsWith(const QByteArray& native, std::initializer_list<QByteArrayView> 
 
 } // namespace
 
-PostgresStatement::PostgresStatement(std::shared_ptr<PostgresSession> session, ChangeCount changes, QByteArray native,
-                                     Access access)
+PostgresStatement::PostgresStatement(std::shared_ptr<PostgresSession> session, const PostgresSchema& schema,
+                                     ChangeCount changes, QByteArray native, Access access, PostgresGuards guards)
     : session_(std::move(session))
+    , schema_(schema)
     , changes_(std::move(changes))
     , native_(std::move(native))
     , access_(access)
-    , name_(nextName()) {
+    , name_(nextName())
+    , guards_(std::move(guards)) {
     requireAccess();
     constexpr qsizetype longestText = 200'000; // beyond it the server plans longer than the rows take to read
     if (native_.size() > longestText) throw NotExpressible();
@@ -74,8 +77,14 @@ void PostgresStatement::prepare() {
     const PostgresResult described = session_->prepare(name_, native_);
     generation_ = session_->generation();
     types_.clear();
-    for (int column = 0; column < PQnfields(described.get()); ++column)
+    untyped_.clear();
+    untypedParameters_.clear();
+    for (int column = 0; column < PQnfields(described.get()); ++column) {
         types_.push_back(PQftype(described.get(), column));
+        untyped_.push_back(schema_.isUntyped(PQftable(described.get(), column), PQftablecol(described.get(), column)));
+    }
+    for (int number = 0; number < PQnparams(described.get()); ++number)
+        untypedParameters_.push_back(PQparamtype(described.get(), number) == schema_.untypedDomain());
 }
 
 void PostgresStatement::requireTypes(const QList<jet::ColumnType>& types) {
@@ -83,20 +92,57 @@ void PostgresStatement::requireTypes(const QList<jet::ColumnType>& types) {
         if (!PostgresRows::givesType(types_[column], types[static_cast<qsizetype>(column)])) throw NotExpressible();
 }
 
-PostgresResult PostgresStatement::execute(std::span<const StoredValue> parameters) {
+PostgresValues PostgresStatement::bound(std::span<const StoredValue> parameters) const {
     constexpr size_t mostParameters = 65535; // of the protocol
     if (parameters.size() > mostParameters) throw NotExpressible();
     PostgresValues values;
     values.kept.reserve(parameters.size());
-    for (const StoredValue& value : parameters)
-        bind(values, value);
+    for (const StoredValue& value : parameters) {
+        const size_t number = values.values.size();
+        const bool isUntyped = number < untypedParameters_.size() && untypedParameters_[number];
+        bind(values, isUntyped ? markedValue(value) : value);
+    }
+    return values;
+}
+
+PostgresResult PostgresStatement::execute(std::span<const StoredValue> parameters, const PostgresRowSink& sink) {
     if (generation_ != session_->generation()) prepare();
+    const PostgresValues values = bound(parameters);
     try {
-        return session_->run(name_, values);
+        return runPrepared(values, sink);
+    } catch (const mkl::RunTimeError& error) {
+        if (!isOfOldPreparation(error.source())) throw;
+    }
+    // What it was prepared for is no more.
+    stale_ = true;
+    session_->forget(name_, generation_);
+    name_ = nextName();
+    try {
+        prepare();
+        return runPrepared(values, sink);
+    } catch (const NotExpressible& error) {
+        if (!isOfOldPreparation(error.source())) throw;
+        mkl::throwError(err::InternalError, {QString()}, error.source());
+    }
+}
+
+PostgresResult PostgresStatement::runPrepared(const PostgresValues& values, const PostgresRowSink& sink) {
+    PostgresResult result = runOrFollow(values, sink);
+    if (result) return result;
+    guards_.clear();
+    stale_ = true;
+    const bool isAction = access_ != Access::Read;
+    if (isAction) mkl::throwError(err::InternalError, {QString()});
+    return runOrFollow(values, sink);
+}
+
+PostgresResult PostgresStatement::runOrFollow(const PostgresValues& values, const PostgresRowSink& sink) {
+    try {
+        return session_->run(name_, values, guards_, sink);
     } catch (const mkl::RunTimeError& error) {
         const bool mayFollow = error.number() == err::DuplicateKey && native_.startsWith("INSERT INTO ");
         if (!mayFollow || !catchUp()) throw;
-        return session_->run(name_, values);
+        return session_->run(name_, values, guards_, sink);
     }
 }
 
@@ -109,10 +155,24 @@ bool PostgresStatement::catchUp() const {
     return *PQgetvalue(moved.get(), 0, 0) == 't';
 }
 
+// All rows: the server would begin anew for the others, and they go through no second memory.
 bool PostgresStatement::readSome(std::span<const StoredValue> parameters, RowStore& rows, qsizetype /*limit*/) {
-    const PostgresResult result = execute(parameters);
+    RowStore found;
+    RowStore& taken = rows.isEmpty() ? rows : found;
+    try {
+        PostgresRows reader(taken, untyped_);
+        const PostgresResult rest = execute(parameters, [&](const PGresult& some) { reader.append(some); });
+        reader.append(*rest);
+    } catch (const NotExpressible&) {
+        taken.clear(); // others will give them all
+        throw;
+    }
     if (access_ != Access::Read) ++*changes_;
-    PostgresRows::append(*result, rows);
+    for (qsizetype row = 0; row < found.size(); ++row) {
+        for (int column = 0; column < static_cast<int>(types_.size()); ++column)
+            rows.append(found.value(row, column));
+        rows.endRow();
+    }
     return true;
 }
 
@@ -120,10 +180,10 @@ qint64 PostgresStatement::run(std::span<const StoredValue> parameters) {
     ++*changes_;
     if (access_ == Access::Define) {
         session_->savedScript(native_);
-        session_->savedScript("SELECT mkl_add_row_identities()");
+        session_->savedScript("SELECT mkl_complete_tables()");
         return 0;
     }
-    const PostgresResult result = execute(parameters);
+    const PostgresResult result = execute(parameters, {});
     return QByteArray(PQcmdTuples(result.get())).toLongLong();
 }
 
