@@ -176,7 +176,8 @@ namespace {
 
 // A column of a file needs no type.
 QString withTypes(const QString& statement) {
-    static const QRegularExpression bare(u"([(,]\\s*\"[^\"]+\")(?=\\s*[,)])"_s),
+    static const QRegularExpression bare(
+        u"REFERENCES\\s+\"[^\"]+\"\\s*\\([^)]*\\)(*SKIP)(*FAIL)|([(,]\\s*\"[^\"]+\")(?=\\s*[,)])"_s),
         listed(u"\\bKEY\\s*\\(|\\bUNIQUE\\s*\\("_s);
     if (!statement.trimmed().startsWith(u"CREATE TABLE"_s)) return statement;
     const qsizetype lists = statement.indexOf(listed);
@@ -204,8 +205,11 @@ QByteArray serverText(const QByteArray& native) {
     text.replace(concatenated, u"CONCAT_ROWS(\\1)"_s);
     if (text.contains(u"FROM (SELECT"_s) && text.trimmed().endsWith(u')')) text += u" AS Q"_s;
     QStringList statements = withQuotedNames(text).split(u';');
-    for (QString& statement : statements)
+    for (QString& statement : statements) {
+        const bool makesTable = statement.trimmed().startsWith(u"CREATE TABLE"_s);
         statement = withTypes(statement);
+        if (makesTable) statement += u";SELECT mkl_complete_tables()"_s; // before any rows come
+    }
     return statements.join(u';').toUtf8();
 }
 

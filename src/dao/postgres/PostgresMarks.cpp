@@ -7,7 +7,7 @@ namespace {
 constexpr char sign = '\x01';
 
 StoredValue marked(char kind, const QByteArray& bytes) {
-    return StoredValue::ofText(QByteArray{sign} + kind + bytes);
+    return StoredValue::ofText(QByteArray(1, sign) + kind + bytes);
 }
 
 } // namespace
