@@ -37,7 +37,7 @@ TEST(Execute, CopiesAssignments) {
         dbFailOnError);
     EXPECT_EQ(o.database->RecordsAffected(), 2);
     EXPECT_EQ(o.file.one("SELECT group_concat(\"Artikel-Schlüssel\" || ':' || \"Order\") FROM ARTKAT "
-                         "WHERE \"Kategorie-Schlüssel\" = 50 AND length(\"LetzteÄnderung\") = 19"),
+                         "WHERE \"Kategorie-Schlüssel\" = 50 AND length(\"LetzteÄnderung\" || '') = 19"),
               "11:1,12:2");
 }
 
@@ -160,7 +160,7 @@ TEST(Execute, ValuesThatDoNotFitAreLeftOutOrUndoTheStatement) {
     EXPECT_EQ(o.file.one("SELECT count(*) FROM Z"), "0");
     o.database->Execute(u"INSERT INTO Z (Nr, L) SELECT Nr, Name FROM T"_s);
     EXPECT_EQ(o.database->RecordsAffected(), 2);
-    EXPECT_EQ(o.file.one("SELECT group_concat(Nr || ':' || coalesce(L, 'Null')) FROM Z"), "4:40,6:Null");
+    EXPECT_EQ(o.file.one("SELECT group_concat(Nr || ':' || coalesce(L || '', 'Null')) FROM Z"), "4:40,6:Null");
     EXPECT_EQ(o.errorOfExecute(u"UPDATE Z INNER JOIN T ON Z.Nr = T.Nr + 3 SET Z.L = T.Name"_s), 3421);
     o.database->Execute(u"UPDATE Z INNER JOIN T ON Z.Nr = T.Nr SET Z.L = T.Name & 'x'"_s);
     EXPECT_EQ(o.database->RecordsAffected(), 0);
@@ -252,7 +252,7 @@ TEST(RowWriter, ABlockIsStoredWholeOrNotAtAll) {
     RowWriter writer = o.database->appendRows(u"T"_s, {u"Nr"_s, u"Name"_s});
     const Variant rows[] = {Variant(1), Variant(u"a"_s), Variant(2), Variant(), Variant(3), Variant(u"c"_s)};
     writer.appendBlock(rows);
-    EXPECT_EQ(o.file.one("SELECT sum(Nr) || count(Name) FROM T"), "62");
+    EXPECT_EQ(o.file.one("SELECT sum(Nr) || '' || count(Name) FROM T"), "62");
     const Variant doubled[] = {Variant(4), Variant(), Variant(3), Variant()};
     EXPECT_EQ(errorOf([&] { writer.appendBlock(doubled); }), 3022);
     EXPECT_EQ(errorOf([&] { writer.appendBlock(std::span(rows).first(3)); }), 3346);

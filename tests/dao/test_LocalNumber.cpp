@@ -73,6 +73,7 @@ TEST(LocalNumber, FailsAsOtherWritesDo) {
     const Ref<Database> waiting =
         DBEngine::CreateWorkspace()->OpenDatabase(o.file.path(), {.busyTimeoutMilliseconds = 0});
     o.workspace->BeginTrans();
+    o.database->setLocalNumber(6);
     EXPECT_EQ(errorOfSetting(waiting, 5), 3260);
     o.workspace->Rollback();
     waiting->Close();

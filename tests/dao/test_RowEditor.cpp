@@ -1,5 +1,6 @@
 // What single rows may hold: keys, rules, defaults, counters.
 #include "dao/OpenedDatabase.h"
+#include "support/PostgresServer.h"
 
 namespace dao {
 
@@ -123,7 +124,7 @@ TEST(Counter, TwoNewRowsAtOnceGetDifferentNumbers) {
     one->CancelUpdate(); // its number is lost
     one->AddNew();
     one->Update();
-    EXPECT_EQ(o.all(u"SELECT Nr FROM T"_s), (QStringList{u"1"_s, u"2"_s, u"4"_s}));
+    EXPECT_EQ(o.all(u"SELECT Nr FROM T ORDER BY Nr"_s), (QStringList{u"1"_s, u"2"_s, u"4"_s}));
 }
 
 TEST(Counter, EndsWithTheRangeOfLong) {
@@ -135,7 +136,8 @@ TEST(Counter, EndsWithTheRangeOfLong) {
     table->Update();
     EXPECT_EQ(errorOf([&] { table->AddNew(); }), 6);
     EXPECT_EQ(table->EditMode(), EditMode::None);
-    EXPECT_EQ(o.file.one("SELECT max(Nr) || ' ' || (SELECT seq FROM sqlite_sequence) FROM T"), "2147483647 2147483647");
+    EXPECT_EQ(o.file.one("SELECT max(Nr) FROM T"), "2147483647");
+    if (!mkl::testsOnServer()) EXPECT_EQ(o.file.one("SELECT seq FROM sqlite_sequence"), "2147483647");
 }
 
 TEST(RowEditor, AppendChecksTheSizeOfColumns) {

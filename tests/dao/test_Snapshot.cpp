@@ -79,7 +79,7 @@ TEST(LargeSnapshot, HoldsWhatAnAppendedRowOrAScriptChanges) {
     const Ref<Recordset> rows = o.open(u"T"_s);
     o.database->appendRows(u"T"_s, {u"Nr"_s}).append(std::array<Variant, 1>{Variant(-1)});
     const Ref<Recordset> later = o.open(u"T"_s);
-    o.database->executeNative(u"DROP TABLE T"_s);
+    o.database->executeNative(u"DROP TABLE \"T\""_s);
     EXPECT_EQ(OpenedDatabase::walk(rows), numbers(1, manyRows));
     EXPECT_EQ(OpenedDatabase::walk(later), (QStringList{u"-1"_s} + numbers(1, manyRows)));
 }

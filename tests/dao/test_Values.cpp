@@ -18,7 +18,8 @@ QByteArray allTypes() {
 TEST(Values, DeclaredTypesDecide) {
     const OpenedDatabase o(allTypes() +
                            "INSERT INTO T VALUES (1, -1, '2001-05-01 12:00:00', 2, 127177.5324, 'Öl', x'0102',"
-                           "'frei'), (2, 0, NULL, NULL, 5, '', NULL, 7);");
+                           "'frei'), (2, 0, NULL, NULL, 5, '', NULL, NULL);");
+    o.database->Execute(u"UPDATE T SET Irgendwas = 7 WHERE Nr = 2"_s, dbFailOnError);
     const Ref<Recordset> rows = o.open(u"SELECT * FROM T ORDER BY Nr"_s);
     EXPECT_EQ(rows->value(u"Nr"), Variant(1));
     EXPECT_EQ(rows->value(u"Ja"), Variant(true));

@@ -199,8 +199,10 @@ QByteArray serverText(const QByteArray& native) {
         concatenated(u"group_concat\\(([^()]*(?:\\([^()]*\\))?[^()]*)\\)"_s);
     text.remove(collation);
     text.remove(u"WITHOUT ROWID"_s);
+    static const QRegularExpression computed(u"(\\bINTEGER)\\s+AS\\s+(\\([^()]*\\))"_s);
+    text.replace(computed, u"\\1 GENERATED ALWAYS AS \\2 STORED"_s);
     static const QRegularExpression blob(u"\\bx'([0-9A-Fa-f]*)'"_s);
-    text.replace(blob, u"'\\\\x\\1'"_s);
+    text.replace(blob, u"'\\x\\1'"_s);
     text.replace(u", ',') FROM"_s, u") FROM"_s);
     text.replace(concatenated, u"CONCAT_ROWS(\\1)"_s);
     if (text.contains(u"FROM (SELECT"_s) && text.trimmed().endsWith(u')')) text += u" AS Q"_s;

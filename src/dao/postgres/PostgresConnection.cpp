@@ -59,7 +59,8 @@ std::shared_ptr<Statement> PostgresConnection::prepare(const QByteArray& native,
     return make(native, access, guardsOf(native));
 }
 
-// A result without rows costs the server next to nothing, but not where its columns are others than before.
+// A result without rows costs the server next to nothing, and it fails where the columns are others than before.
+// Statements of the old tables keep the old guard.
 PostgresGuards PostgresConnection::guardsOf(const QByteArray& native) {
     PostgresGuards guards;
     for (const jet::Table& table : schema_.tables()) {
@@ -68,7 +69,11 @@ PostgresGuards PostgresConnection::guardsOf(const QByteArray& native) {
         std::shared_ptr<PostgresGuard>& guard = guards_[table.name];
         if (!guard) {
             const QByteArray statement = "guard" + QByteArray::number(++guardCount_);
-            guard = std::make_shared<PostgresGuard>(PostgresGuard{statement, "SELECT * FROM " + name + " LIMIT 0"});
+            const auto forget = [session = session_](PostgresGuard* old) {
+                session->forget(old->statement, old->generation);
+                delete old;
+            };
+            guard.reset(new PostgresGuard{statement, "SELECT * FROM " + name + " LIMIT 0"}, forget);
         }
         guards.push_back(guard);
     }
@@ -134,8 +139,7 @@ bool PostgresConnection::refreshSchema() {
     schema_.read(*session_);
     localRows_.forgetTables();
     statements_.clear();
-    for (const auto& guard : std::exchange(guards_, {}))
-        session_->forget(guard->statement, guard->generation);
+    guards_.clear();
     schemaStamp_ = stamp;
     return true;
 }

@@ -117,6 +117,7 @@ PostgresResult PostgresStatement::execute(std::span<const StoredValue> parameter
     stale_ = true;
     session_->forget(name_, generation_);
     name_ = nextName();
+    generation_ = 0;
     try {
         prepare();
         return runPrepared(values, sink);
