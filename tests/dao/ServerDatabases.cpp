@@ -1,11 +1,9 @@
 // Which tests run on a server, and what a database there gets before a test makes its tables.
 #include "dao/Workspace.h"
+#include "support/LeftOutTests.h"
 #include "support/PostgresServer.h"
 
-#include <array>
 #include <cstdio>
-#include <gtest/gtest.h>
-#include <string>
 
 namespace dao {
 
@@ -61,12 +59,11 @@ constexpr LeftOut leftToServers[] = {
 
 template<size_t count>
 void leaveOut(const LeftOut (&list)[count], bool says) {
-    std::string filter = "*-";
+    QByteArray& filter = mkl::leftOutTests();
     for (const auto& [tests, reason] : list) {
-        filter += std::string(tests) + ':';
+        filter += QByteArray(tests) + ':';
         if (says) std::printf("left out: %s (%s)\n", tests, reason);
     }
-    GTEST_FLAG_SET(filter, filter); // a filter of the command line counts more
 }
 
 const bool prepared = [] {

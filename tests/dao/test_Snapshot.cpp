@@ -81,7 +81,8 @@ TEST(LargeSnapshot, HoldsWhatAnAppendedRowOrAScriptChanges) {
     const Ref<Recordset> later = o.open(u"T"_s);
     o.database->executeNative(u"DROP TABLE \"T\""_s);
     EXPECT_EQ(OpenedDatabase::walk(rows), numbers(1, manyRows));
-    EXPECT_EQ(OpenedDatabase::walk(later), (QStringList{u"-1"_s} + numbers(1, manyRows)));
+    EXPECT_THAT(OpenedDatabase::walk(later),
+                testing::UnorderedElementsAreArray(QStringList{u"-1"_s} + numbers(1, manyRows)));
 }
 
 // The opening reads some rows; the rest is that of the moment when it is first needed.

@@ -99,11 +99,14 @@ QByteArray bracketed(const QByteArray& characters) {
 
 // Letters 0, digits 1, invisible 2, symbols 3, accents 4, as the order of texts divides them.
 int classOf(char32_t c) {
-    const auto category = QChar::category(c);
-    if (category == QChar::Mark_NonSpacing || category == QChar::Mark_Enclosing) return 4;
-    if (QChar::isLetter(c) || category == QChar::Mark_SpacingCombining) return 0;
-    if (QChar::isNumber(c)) return 1;
-    const bool invisible = QChar::isSpace(c) || category == QChar::Other_Control || category == QChar::Other_Format;
+    const auto own = QChar::category(c);
+    if (own == QChar::Mark_NonSpacing || own == QChar::Mark_Enclosing) return 4;
+    const char32_t folded = QChar::toCaseFolded(c);
+    const auto category = QChar::category(folded);
+    if (QChar::isLetter(folded) || category == QChar::Mark_SpacingCombining) return 0;
+    if (QChar::isNumber(folded)) return 1;
+    const bool invisible =
+        QChar::isSpace(folded) || category == QChar::Other_Control || category == QChar::Other_Format;
     return invisible ? 2 : 3;
 }
 
@@ -116,7 +119,7 @@ QByteArray characterTables() {
     }
     int last = -1;
     for (char32_t c = latinEnd; c <= lastCharacter; ++c) {
-        if (const int kind = classOf(QChar::toCaseFolded(c)); kind != last) {
+        if (const int kind = classOf(c); kind != last) {
             ranges.append('(' + QByteArray::number(c) + ", " + QByteArray::number(kind) + ')');
             last = kind;
         }

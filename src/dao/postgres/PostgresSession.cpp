@@ -58,6 +58,11 @@ void PostgresSession::requireConnection() {
     begins_ = begins;
 }
 
+int PostgresSession::connectedGeneration() {
+    requireConnection();
+    return generation_;
+}
+
 PostgresResult PostgresSession::checked(PGresult* result) {
     PostgresResult owned(result);
     if (isFailure(owned)) raisePostgresError(raw(), result, context_);

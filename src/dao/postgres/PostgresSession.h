@@ -32,6 +32,8 @@ public:
     void setKeyColumns(std::function<bool(const QString&, const QString&)> isKeyColumn);
     /// Counts the connections made: what the server keeps for one is gone with it.
     int generation() const { return generation_; }
+    /// The same once a lost connection has been made anew.
+    int connectedGeneration();
 
     /// Statements without parameters, several allowed; the result of the last one, texts in it.
     PostgresResult script(const QByteArray& native);

@@ -106,7 +106,7 @@ PostgresValues PostgresStatement::bound(std::span<const StoredValue> parameters)
 }
 
 PostgresResult PostgresStatement::execute(std::span<const StoredValue> parameters, const PostgresRowSink& sink) {
-    if (generation_ != session_->generation()) prepare();
+    if (generation_ != session_->connectedGeneration()) prepare();
     const PostgresValues values = bound(parameters);
     try {
         return runPrepared(values, sink);

@@ -90,13 +90,13 @@ TEST(PostgresConnection, ActionsSeeTheColumnsThatOthersAdd) {
     EXPECT_EQ(o.errorOfExecute(copied + u'2'), 0);
     EXPECT_EQ(o.all(u"SELECT Farbe FROM U ORDER BY Nr"_s), (QStringList{u"Null"_s, u"rot"_s}));
     o.file.run("DROP TABLE U");
-    EXPECT_EQ(o.errorOfExecute(copied + u'3'), 3078);
+    EXPECT_EQ(o.errorOfExecute(copied + u'3'), 3192);
 }
 
 TEST(PostgresConnection, RowsThatTheServerCannotFinishComeOnce) {
     const OpenedDatabase o("CREATE TABLE T (Nr INTEGER PRIMARY KEY, Name TEXT); INSERT INTO T "
-                           "SELECT n, CASE WHEN n = 900 THEN '1,5' ELSE n::text END FROM generate_series(1, 1000) n");
-    EXPECT_EQ(o.all(u"SELECT Nr FROM T WHERE Name > 0"_s).size(), 1000);
+                           "SELECT n, CASE WHEN n = 900 THEN 'Ω' ELSE n::text END FROM generate_series(1, 1000) n");
+    EXPECT_EQ(o.all(u"SELECT Nr FROM T WHERE Name Like '*1*'"_s).size(), 272);
 }
 
 TEST(PostgresConnection, ValuesOfColumnsWithoutATypeKeepTheirKind) {
