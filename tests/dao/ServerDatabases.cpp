@@ -33,7 +33,7 @@ constexpr LeftOut leftToFiles[] = {
     {"LargeSnapshot.LeavesNoReadLockBehind", "a file is locked as a whole, a server locks rows"},
     {"LocalNumber.OthersSeeItAtOnceOrWithTheCommit", "needs a file whose readers do not wait"},
     {"FindInATable.*", "counts the steps of the engine for files"},
-    {"Limits.*", "limits of the engine for files"},
+    {"Limits.WhatIsTooLargeIsAnError", "limits of the engine for files"},
     {"Execute.ATableThatKeepsHalfAStatementIsUndoneToo", "conflict clauses exist in files alone"},
     {"Execute.AConflictClauseOfTheFileBreaksNoTransaction", "conflict clauses exist in files alone"},
     {"LocalNumber.IsNotSetInADoomedTransaction", "conflict clauses exist in files alone"},

@@ -39,6 +39,12 @@ bool beginsWith(const QByteArray& native, std::initializer_list<QByteArrayView> 
     return std::ranges::any_of(verbs, [&](QByteArrayView verb) { return native.startsWith(verb); });
 }
 
+// The client takes no description of more than about 7,500 of them and gives the connection up. They are numbered
+// without gaps.
+bool hasTooManyParameters(const QByteArray& native) {
+    return native.contains("$7400");
+}
+
 } // namespace
 
 PostgresStatement::PostgresStatement(std::shared_ptr<PostgresSession> session, const PostgresSchema& schema,
@@ -52,7 +58,7 @@ PostgresStatement::PostgresStatement(std::shared_ptr<PostgresSession> session, c
     , guards_(std::move(guards)) {
     requireAccess();
     constexpr qsizetype longestText = 200'000; // beyond it the server plans longer than the rows take to read
-    if (native_.size() > longestText) throw NotExpressible();
+    if (native_.size() > longestText || hasTooManyParameters(native_)) throw NotExpressible();
     if (access_ != Access::Define) prepare();
 }
 
@@ -93,8 +99,6 @@ void PostgresStatement::requireTypes(const QList<jet::ColumnType>& types) {
 }
 
 PostgresValues PostgresStatement::bound(std::span<const StoredValue> parameters) const {
-    constexpr size_t mostParameters = 65535; // of the protocol
-    if (parameters.size() > mostParameters) throw NotExpressible();
     PostgresValues values;
     values.kept.reserve(parameters.size());
     for (const StoredValue& value : parameters) {
