@@ -90,10 +90,10 @@ bool storesAsIs(ColumnType from, ColumnType to) {
 }
 
 int ParameterList::numberOf(const Literal& literal) {
-    for (int i = 0; i < parameters_.size(); ++i)
-        if (parameters_[i].literal == literal.index && parameters_[i].negated == literal.negated) return i + 1;
+    int& number = numbers_[{literal.index, literal.negated}];
+    if (number > 0) return number;
     parameters_.append({literal.index, literal.negated});
-    return static_cast<int>(parameters_.size());
+    return number = static_cast<int>(parameters_.size());
 }
 
 QByteArray ExpressionWriter::value(const Expression& expression) {

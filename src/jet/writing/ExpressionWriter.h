@@ -3,6 +3,8 @@
 #include "jet/model/Plan.h"
 #include "jet/model/Target.h"
 
+#include <QHash>
+
 namespace jet {
 
 /// Whether a value of the one type needs no conversion to be one of the other.
@@ -17,6 +19,7 @@ public:
 
 private:
     QList<Parameter> parameters_;
+    QHash<std::pair<int, bool>, int> numbers_; ///< lists of thousands of keys are common
 };
 
 /// Writes bound expressions as native text. 3360 for a text that grows beyond all measure.
