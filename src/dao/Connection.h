@@ -96,6 +96,11 @@ public:
 
     /// Differs after each change that went over this connection, and after each rollback.
     virtual quint64 changeStamp() const = 0;
+    /// Whether another connection has stored something since the opening, or since the last call that said so. Neither
+    /// waits nor raises: what cannot be told just now, or not within a transaction, the next call tells.
+    virtual bool takeChangedByOthers() { return false; }
+    /// Whether the server is known to be out of reach. Costs no round trip; the next statement tries anew.
+    virtual bool isLost() const { return false; }
     /// Numbers the periods in which no other program can change anything, such as a transaction that holds the only
     /// lock for writing; 0 outside of them.
     virtual quint64 exclusivePeriod() const = 0;

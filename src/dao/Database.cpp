@@ -180,6 +180,14 @@ void Database::setLocalNumber(Long number) {
     connection.transaction().atomically([&] { connection.setLocalNumber(number); });
 }
 
+bool Database::takeChangedByOthers() {
+    return isOpen() && d_->connection->takeChangedByOthers();
+}
+
+bool Database::isLost() const {
+    return isOpen() && d_->connection->isLost();
+}
+
 QStringList Database::tableNames() const {
     d_->opened();
     d_->refreshSchema();

@@ -45,6 +45,13 @@ public:
     /// while another program writes.
     void setLocalNumber(Long number);
 
+    /// Whether somebody else has stored something since the opening, or since the last call that said so: another
+    /// program, or another Database of this one. Neither waits nor raises, and costs no more than a look: what cannot
+    /// be told just now, or not within a transaction, the next call tells. False for a closed database.
+    bool takeChangedByOthers();
+    /// Whether the server is known to be out of reach; every statement tries anew to reach it. Never for a file.
+    bool isLost() const;
+
     /// Names of the user's tables in the order of the file.
     QStringList tableNames() const;
     /// As of the last statement; the tables it gives hold until the next one.

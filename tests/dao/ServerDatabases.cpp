@@ -16,6 +16,7 @@ struct LeftOut {
 
 constexpr LeftOut leftToFiles[] = {
     {"Authorizer.*", "what statements may do in a file; a server has rights of its own"},
+    {"ChangedByOthersInAFile.*", "locks, journals and damage of a file"},
     {"CreateDatabase.*", "files are made; databases of a server are made by its owner"},
     {"SqliteSchema.*", "reads the tables of a file"},
     {"OpenDatabase.*", "files that are missing, damaged, of another program or read-only"},

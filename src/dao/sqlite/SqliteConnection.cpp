@@ -16,6 +16,7 @@ SqliteConnection::SqliteConnection(std::shared_ptr<SqliteSession> session, int b
     SqliteAuthorizer::limit(*session_);
     SqliteAuthorizer::watch(*session_);
     refreshSchema();
+    dataVersion_ = dataVersion();
 }
 
 // A file may come from anywhere, so what stands in its schema gets no more rights than a statement of ours.
@@ -133,6 +134,28 @@ void SqliteConnection::setLocalNumber(Long number) {
 
 quint64 SqliteConnection::changeStamp() const {
     return static_cast<quint64>(sqlite3_total_changes64(session_->database())) + rollbacks_;
+}
+
+bool SqliteConnection::takeChangedByOthers() {
+    if (inTransaction()) return false; // which sees the file as it was
+    const std::optional<int> version = dataVersion();
+    if (!version || version == dataVersion_) return false;
+    return std::exchange(dataVersion_, version).has_value();
+}
+
+// No statement of ours: it must neither wait for a lock nor fail where another statement would.
+std::optional<int> SqliteConnection::dataVersion() {
+    sqlite3* const database = session_->database();
+    std::optional<int> version;
+    const auto take = [](void* result, int, char** values, char**) {
+        *static_cast<std::optional<int>*>(result) = QByteArray(values[0]).toInt();
+        return 0;
+    };
+    const SqliteSession::AccessScope scope(*session_, Access::Internal);
+    sqlite3_busy_timeout(database, 0);
+    const int code = sqlite3_exec(database, "PRAGMA data_version", take, &version, nullptr);
+    setBusyTimeout(busyTimeout_);
+    return code == SQLITE_OK ? version : std::nullopt;
 }
 
 SqliteConnection::KnownTables& SqliteConnection::known() {

@@ -42,6 +42,7 @@ public:
     Long localNumber() override;
     void setLocalNumber(Long number) override;
     quint64 changeStamp() const override;
+    bool takeChangedByOthers() override;
     quint64 exclusivePeriod() const override { return inTransaction() ? exclusivePeriod_ : 0; }
     bool failsAsAWhole(const QString& table) override;
 
@@ -67,12 +68,14 @@ private:
     void command(const QByteArray& native);
     bool readSchema();
     qint64 readSchemaVersion();
+    std::optional<int> dataVersion();
 
     std::shared_ptr<SqliteSession> session_;
     LruCache<std::pair<QByteArray, Access>, std::shared_ptr<Statement>> statements_{64};
     SqliteSchema schema_;
     qint64 schemaVersion_ = -1;
     SqliteTarget target_;
+    std::optional<int> dataVersion_; ///< differs after each change by another connection
     quint64 rollbacks_ = 0;
     quint64 begins_ = 0;
     quint64 exclusivePeriod_ = 0; ///< the number of the transaction that begin() has begun, for writing
