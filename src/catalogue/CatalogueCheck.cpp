@@ -29,17 +29,15 @@ Variant variantOf(const std::optional<Long>& value) {
     return value ? Variant(*value) : Variant();
 }
 
-/// Adds positions that several rows share; true if the positions have a gap otherwise.
+/// Adds positions that several rows share, none being one too; true if the positions have a gap otherwise.
 bool findDoubled(const Variant& owner, const std::vector<Placed>& rows,
                  QList<CatalogueCheck::DoubledPosition>& doubled) {
     std::map<Long, QList<Long>> keys;
-    bool dense = true;
-    for (const Placed& row : rows) {
-        if (row.order.isNull())
-            dense = false;
-        else
-            keys[row.order.toLong()].append(row.key);
-    }
+    QList<Long> without;
+    for (const Placed& row : rows)
+        (row.order.isNull() ? without : keys[row.order.toLong()]).append(row.key);
+    if (without.size() > 1) doubled.append({owner, Variant(), without});
+    bool dense = without.isEmpty();
     Long expected = 1;
     for (const auto& [position, holders] : keys) {
         dense = dense && position == expected++;

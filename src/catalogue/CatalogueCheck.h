@@ -9,8 +9,8 @@ namespace mkl {
 struct CatalogueCheck {
     /// A position that several rows share: of a group of siblings (owner = parent) or of a category.
     struct DoubledPosition {
-        Variant owner; ///< category key; Null for the roots
-        Variant position;
+        Variant owner;    ///< category key; Null for the roots
+        Variant position; ///< Null where several have none
         QList<Long> keys; ///< category keys, or ArtKatID of assignments
     };
     struct DoubledPair {

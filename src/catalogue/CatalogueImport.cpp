@@ -6,6 +6,7 @@
 #include "catalogue/ImportWriter.h"
 #include "catalogue/ReaderProcess.h"
 #include "catalogue/Refusal.h"
+#include "catalogue/WholeTransaction.h"
 
 #include <QFileInfo>
 #include <algorithm>
@@ -24,33 +25,6 @@ std::unique_ptr<RowSource> openSource(const QString& source, const ImportOptions
     return std::make_unique<ReaderProcess>(source, options.silenceMilliseconds);
 }
 
-/// Undone unless it comes to its end.
-class ImportTransaction {
-public:
-    explicit ImportTransaction(dao::Workspace& workspace)
-        : workspace_(workspace) {
-        workspace_.BeginTrans();
-    }
-    ~ImportTransaction() {
-        try {
-            if (open_) workspace_.Rollback();
-        } catch (const RunTimeError&) {
-            // The end of the workspace undoes it as well.
-        }
-    }
-    ImportTransaction(const ImportTransaction&) = delete;
-    ImportTransaction& operator=(const ImportTransaction&) = delete;
-
-    void commit() {
-        workspace_.CommitTrans();
-        open_ = false;
-    }
-
-private:
-    dao::Workspace& workspace_;
-    bool open_ = true;
-};
-
 ImportReport importIntoNew(RowSource& source, const QString& target, const ImportOptions& options) {
     CatalogueDraft draft(target);
     ImportWriter writer(draft.database(), options);
@@ -62,7 +36,7 @@ ImportReport importIntoNew(RowSource& source, const QString& target, const Impor
 ImportReport importIntoEmpty(RowSource& source, const QString& target, const ImportOptions& options) {
     const Ref<dao::Workspace> workspace = dao::DBEngine::CreateWorkspace();
     const Ref<dao::Database> database = openCatalogue(*workspace, target);
-    ImportTransaction transaction(*workspace);
+    WholeTransaction transaction(*workspace);
     if (!CatalogueSchema::isEmpty(*database)) refuse(refusal::Exists, TextId::CatalogueNotEmpty, {target});
     ImportWriter writer(*database, options);
     source.readInto(writer);

@@ -9,9 +9,11 @@ namespace refusal {
 inline constexpr Long Missing = 3011; ///< table, column or program
 inline constexpr Long DoubledKey = 3022;
 inline constexpr Long NoFile = 3024;
+inline constexpr Long ReadOnly = 3027;
 inline constexpr Long Damaged = 3049;
 inline constexpr Long NullKey = 3058;
 inline constexpr Long Cancelled = 3059;
+inline constexpr Long ChangedByAnother = 3197;
 inline constexpr Long Exists = 3204;
 inline constexpr Long ForeignFile = 3343;
 inline constexpr Long WrongType = 3421;

@@ -8,6 +8,7 @@ class CatalogueReader {
 public:
     explicit CatalogueReader(const QString& file);
 
+    dao::Workspace& workspace() { return *workspace_; }
     dao::Database& database() { return *database_; }
 
 private:

@@ -11,6 +11,7 @@ int runImport(const Invocation& call);
 int runInfo(const Invocation& call);
 int runTree(const Invocation& call);
 int runCheck(const Invocation& call);
+int runRepair(const Invocation& call);
 int runReplica(const Invocation& call);
 int runSql(const Invocation& call);
 int runFind(const Invocation& call);

@@ -31,10 +31,10 @@ QString parentText(const Variant& parent) {
 
 void printPositions(const CatalogueCheck& check) {
     for (const auto& [parent, position, keys] : check.siblingPositions)
-        printLine(text(TextId::ToolCheckSiblingPosition, {parentText(parent), position.toText(), joined(keys)}));
+        printLine(text(TextId::ToolCheckSiblingPosition, {parentText(parent), valueText(position), joined(keys)}));
     for (const auto& [category, position, keys] : check.articlePositions)
         printLine(text(TextId::ToolCheckArticlePosition,
-                       {text(TextId::ToolCategory, {category.toText()}), position.toText(), joined(keys)}));
+                       {text(TextId::ToolCategory, {category.toText()}), valueText(position), joined(keys)}));
 }
 
 void printRemarks(const CatalogueCheck& check) {
