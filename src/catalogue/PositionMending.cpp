@@ -3,8 +3,8 @@
 #include "base/types.h"
 
 #include <algorithm>
+#include <functional>
 #include <limits>
-#include <utility>
 
 namespace mkl {
 
@@ -22,25 +22,31 @@ std::optional<qint64> slackOf(const Positions& positions, qint64 row) {
 }
 
 /// The rows that keep their positions. Two rows can both keep theirs where the slack does not fall from one to the
-/// other, so these are a longest sequence of rising slacks.
+/// other, so these are a longest sequence of rising slacks; of several such sequences the one with the earliest rows.
 std::vector<bool> keptRows(const Positions& positions) {
     const auto count = static_cast<qint64>(positions.size());
-    std::vector<std::pair<qint64, qint64>> ends; // of the best sequence of each length: slack and row
-    std::vector<qint64> before(positions.size(), -1);
-    for (qint64 row = 0; row < count; ++row) {
+    std::vector<qint64> starts; // per length the largest slack with which a sequence of it begins
+    std::vector<std::size_t> lengths(positions.size(), 0);
+    for (qint64 row = count - 1; row >= 0; --row) {
         const auto slack = slackOf(positions, row);
         if (!slack) continue;
-        const auto place =
-            std::ranges::upper_bound(ends, *slack, {}, [](const std::pair<qint64, qint64>& end) { return end.first; });
-        before[row] = place == ends.begin() ? -1 : std::prev(place)->second;
-        if (place == ends.end())
-            ends.emplace_back(*slack, row);
+        const auto place = std::ranges::upper_bound(starts, *slack, std::ranges::greater());
+        lengths[row] = place - starts.begin() + 1;
+        if (place == starts.end())
+            starts.push_back(*slack);
         else
-            *place = {*slack, row};
+            *place = *slack;
     }
     std::vector<bool> kept(positions.size(), false);
-    for (qint64 row = ends.empty() ? -1 : ends.back().second; row >= 0; row = before[row])
+    std::size_t missing = starts.size();
+    qint64 last = 0;
+    for (qint64 row = 0; row < count && missing > 0; ++row) {
+        const auto slack = slackOf(positions, row);
+        if (!slack || lengths[row] < missing || *slack < last) continue;
         kept[row] = true;
+        last = *slack;
+        --missing;
+    }
     return kept;
 }
 

@@ -31,7 +31,7 @@ protected:
         for (; !records->Eof(); records->MoveNext()) {
             QStringList values;
             for (int i = 0; i < records->FieldCount(); ++i)
-                values.append(records->value(i).isNull() ? u"-"_s : records->value(i).toText());
+                values.append(records->value(i).isNull() ? u"-"_s : records->value(i).toText().replace(u' ', u'_'));
             lines.append(values.join(u','));
         }
         return lines.join(u' ');
@@ -225,10 +225,10 @@ TEST_F(Repair, allIsUndoneWhereARowCannotBeStored) {
 
 TEST_F(Repair, allIsUndoneWhereDamageWouldRemain) {
     catalogue.addCategory(13, "NULL", 1);
-    catalogue.addCategory(23, "99", 1);
+    catalogue.addCategory(23, "13", 1);
     catalogue.assign(10, 1, 77, 1);
-    catalogue.database().executeNative(u"CREATE TRIGGER \"ARTKAT:delete\" AFTER DELETE ON ARTKAT BEGIN "
-                                       "UPDATE \"ARTIKEL/KATEGORIEN\" SET \"Order\" = 1; END;"_s);
+    catalogue.database().executeNative(u"CREATE TRIGGER \"ARTKAT:delete\" AFTER DELETE ON ARTKAT BEGIN DELETE FROM "
+                                       "\"ARTIKEL/KATEGORIEN\" WHERE \"Kategorie-Schlüssel\" = 13; END;"_s);
     const QString before = categories() + assignments();
     EXPECT_EQ(errorOf([&] { repair(); }), 3049);
     EXPECT_EQ(categories() + assignments(), before);
@@ -279,6 +279,11 @@ private:
 
 class RandomRepair : public Repair, public testing::WithParamInterface<unsigned> {
 protected:
+    void fill() {
+        catalogue.workspace().BeginTrans();
+        RandomDamage(catalogue.database(), GetParam()).fill();
+        catalogue.workspace().CommitTrans();
+    }
     /// Rows of a group of siblings or of a category in the order in which they are shown, by owner.
     std::map<QString, QStringList> groups(const QString& key, const QString& owner, const QString& table) {
         std::map<QString, QStringList> groups;
@@ -319,7 +324,7 @@ void expectSameOrder(const std::map<QString, QStringList>& before, const std::ma
 }
 
 TEST_P(RandomRepair, leavesAWholeCatalogueWithEverythingInIt) {
-    RandomDamage(catalogue.database(), GetParam()).fill();
+    fill();
     const QString keys =
         rows(u"SELECT [Kategorie-Schlüssel] FROM [ARTIKEL/KATEGORIEN] ORDER BY [Kategorie-Schlüssel]"_s);
     const auto formerSiblings = siblings(), formerArticles = articles();
@@ -348,10 +353,11 @@ TEST_P(RandomRepair, leavesAWholeCatalogueWithEverythingInIt) {
 }
 
 TEST_P(RandomRepair, touchesNoRowThatIsNotReported) {
-    RandomDamage(catalogue.database(), GetParam()).fill();
+    fill();
     const auto all = [&] {
-        return rows(u"SELECT * FROM [ARTIKEL/KATEGORIEN] ORDER BY [Kategorie-Schlüssel]"_s).split(u' ') +
-               rows(u"SELECT * FROM ARTKAT ORDER BY [ArtKatID]"_s).split(u' ');
+        return rows(u"SELECT * FROM [ARTIKEL/KATEGORIEN] ORDER BY [Kategorie-Schlüssel]"_s)
+                   .split(u' ', Qt::SkipEmptyParts) +
+               rows(u"SELECT * FROM ARTKAT ORDER BY [ArtKatID]"_s).split(u' ', Qt::SkipEmptyParts);
     };
     const QStringList before = all();
     const QSet<QString> former(before.begin(), before.end());
@@ -363,7 +369,7 @@ TEST_P(RandomRepair, touchesNoRowThatIsNotReported) {
     qsizetype changed = 0;
     for (const QString& row : after)
         changed += former.contains(row) ? 0 : 1;
-    EXPECT_EQ(changed + deleted, report.changes.size());
+    EXPECT_EQ(changed + deleted, report.changes.size()) << summary(report).toStdString();
 }
 
 INSTANTIATE_TEST_SUITE_P(Seeds, RandomRepair, testing::Range(1U, 61U));
@@ -385,17 +391,19 @@ protected:
         }
         catalogue.workspace().CommitTrans();
     }
-    static constexpr Long many = 100'000;
+    static constexpr Long many = 30'000;
 };
 
 } // namespace
 
 // Each would take minutes if the check or the plan compared all rows with all others.
 TEST_F(LargeRepair, aRingOfAllCategories) {
-    fill(many, [](Long key) { return key == 1 ? many : key - 1; });
-    ASSERT_EQ(check().rings.size(), 1);
-    EXPECT_EQ(check().rings[0].size(), many);
-    EXPECT_EQ(check().unreachableCategories, many);
+    constexpr Long all = 100'000;
+    fill(all, [](Long key) { return key == 1 ? all : key - 1; });
+    const CatalogueCheck found = check();
+    ASSERT_EQ(found.rings.size(), 1);
+    EXPECT_EQ(found.rings[0].size(), all);
+    EXPECT_EQ(found.unreachableCategories, all);
     EXPECT_EQ(summary(repair()), u"1 1: 1>1"_s);
     EXPECT_FALSE(check().isDamaged());
 }
@@ -404,7 +412,7 @@ TEST_F(LargeRepair, chainsBelowARingAndBelowAMissingParent) {
     fill(many, [](Long key) { return key <= 3 ? key % 3 + 1 : key == 4 ? many + 1 : key - 2; });
     EXPECT_EQ(check().rings, (QList<QList<Long>>{{1, 2, 3}}));
     EXPECT_EQ(check().unreachableCategories, many);
-    EXPECT_EQ(summary(repair()), u"0 4: 1>1, 1 1: 1>2"_s);
+    EXPECT_EQ(summary(repair()), u"0 4: 1>1, 1 1: 1>2, 5 5: 1>2"_s);
     EXPECT_EQ(check().unreachableCategories, 0);
 }
 
