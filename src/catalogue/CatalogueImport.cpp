@@ -47,8 +47,12 @@ ImportReport importIntoEmpty(RowSource& source, const QString& target, const Imp
 } // namespace
 
 ImportReport importCatalogue(const QString& source, const QString& target, const ImportOptions& options) {
-    const auto rows = openSource(source, options);
-    return QFileInfo::exists(target) ? importIntoEmpty(*rows, target, options) : importIntoNew(*rows, target, options);
+    return storeRows(*openSource(source, options), target, options);
+}
+
+ImportReport storeRows(RowSource& source, const QString& target, const ImportOptions& options) {
+    return QFileInfo::exists(target) ? importIntoEmpty(source, target, options)
+                                     : importIntoNew(source, target, options);
 }
 
 bool isImportableDatabase(const QString& file) {

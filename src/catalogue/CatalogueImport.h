@@ -7,6 +7,8 @@
 
 namespace mkl {
 
+class RowSource;
+
 /// What an import did and saw.
 struct ImportReport {
     struct TableRows {
@@ -30,6 +32,9 @@ struct ImportOptions {
 /// Errors: 3024 no such source, 3343 foreign file, 3049 damaged, 3011 table or column missing, 3204 target holds
 /// rows, 3022 doubled key, 3059 cancelled.
 ImportReport importCatalogue(const QString& source, const QString& target, const ImportOptions& options = {});
+
+/// The same for the rows of any source.
+ImportReport storeRows(RowSource& source, const QString& target, const ImportOptions& options = {});
 
 /// True for a file name that importCatalogue reads as a database (.mdb, .accdb, .mde, .accde).
 bool isImportableDatabase(const QString& file);

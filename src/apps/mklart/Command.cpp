@@ -68,6 +68,7 @@ const QList<Command>& commands() {
          {{u"SOURCE"_s, TextId::ToolHelpSource}, {u"TARGET"_s, TextId::ToolHelpTarget, false}},
          {},
          runImport},
+        {u"copy"_s, TextId::ToolSummaryCopy, {catalogue, {u"TARGET"_s, TextId::ToolHelpCopyTarget}}, {}, runCopy},
         {u"info"_s, TextId::ToolSummaryInfo, {catalogue}, {json}, runInfo},
         {u"tree"_s,
          TextId::ToolSummaryTree,

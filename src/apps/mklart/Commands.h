@@ -8,6 +8,7 @@ class Invocation;
 int runNew(const Invocation& call);
 int runDemo(const Invocation& call);
 int runImport(const Invocation& call);
+int runCopy(const Invocation& call);
 int runInfo(const Invocation& call);
 int runTree(const Invocation& call);
 int runCheck(const Invocation& call);

@@ -1,5 +1,6 @@
 #include "apps/mklart/Command.h"
 #include "apps/mklart/Console.h"
+#include "apps/mklart/ServerPassword.h"
 #include "base/RunTimeError.h"
 #include "catalogue/VisibleText.h"
 
@@ -13,6 +14,10 @@ namespace {
 
 int runTool(QStringList arguments) {
     chooseLanguage(arguments);
+    if (holdsPassword(arguments)) {
+        complain(text(TextId::ToolPasswordInAddress));
+        return WrongUsage;
+    }
     const QString name = arguments.value(0);
     if (name == u"--help" || name == u"help") {
         printLine(generalHelp());

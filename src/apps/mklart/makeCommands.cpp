@@ -1,7 +1,9 @@
-// new, demo and import: the commands that make a catalogue.
+// new, demo, import and copy: the commands that make a catalogue.
+#include "apps/mklart/CatalogueReader.h"
 #include "apps/mklart/Command.h"
 #include "apps/mklart/Commands.h"
 #include "apps/mklart/Console.h"
+#include "catalogue/CatalogueCopy.h"
 #include "catalogue/CatalogueFile.h"
 #include "catalogue/CatalogueImport.h"
 #include "catalogue/DemoCatalogue.h"
@@ -27,6 +29,37 @@ QString defaultTarget(const QString& source) {
 void printPassedOver(const QStringList& names) {
     for (const QString& name : names)
         complain(text(TextId::ToolImportPassedOver, {visibleText(name)}));
+}
+
+/// Shown as long as it lives.
+struct ShownProgress {
+    ProgressLine line;
+    ImportOptions options;
+
+    ShownProgress() {
+        options.progress = [this](const QString& table, qint64 rows, qint64 expected) {
+            line.show(table, rows, expected);
+            return true;
+        };
+    }
+    Q_DISABLE_COPY_MOVE(ShownProgress)
+};
+
+void printReport(const ImportReport& report, const QString& target, TextId lastLine) {
+    qint64 total = 0;
+    for (const auto& [table, rows] : report.rows) {
+        printLine(u"%1 %2"_s.arg(rows, 10).arg(table));
+        total += rows;
+    }
+    printPassedOver(report.passedOverTables);
+    printPassedOver(report.passedOverColumns);
+    printLine(text(lastLine, {QString::number(total), target}));
+}
+
+/// Whoever goes on working in the copy alone wants the digit of the original.
+void warnOfDigits(const dao::Database& source, const dao::Database& target) {
+    const Long own = target.LocalNumber(), former = source.LocalNumber();
+    if (own != former) complain(text(TextId::ToolCopyDigit, {QString::number(own), QString::number(former)}));
 }
 
 } // namespace
@@ -55,21 +88,17 @@ int runDemo(const Invocation& call) {
 int runImport(const Invocation& call) {
     const QString source = call.argument(0);
     const QString target = call.argument(1).isEmpty() ? defaultTarget(source) : call.argument(1);
-    ProgressLine progress;
-    ImportOptions options;
-    options.progress = [&](const QString& table, qint64 rows, qint64 expected) {
-        progress.show(table, rows, expected);
-        return true;
-    };
-    const ImportReport report = importCatalogue(source, target, options);
-    qint64 total = 0;
-    for (const auto& [table, rows] : report.rows) {
-        printLine(u"%1 %2"_s.arg(rows, 10).arg(table));
-        total += rows;
-    }
-    printPassedOver(report.passedOverTables);
-    printPassedOver(report.passedOverColumns);
-    printLine(text(TextId::ToolImported, {QString::number(total), target}));
+    const ShownProgress shown;
+    printReport(importCatalogue(source, target, shown.options), target, TextId::ToolImported);
+    return Success;
+}
+
+int runCopy(const Invocation& call) {
+    CatalogueReader source(call.argument(0));
+    const ShownProgress shown;
+    const ImportReport report = copyCatalogue(source.workspace(), source.database(), call.argument(1), shown.options);
+    printReport(report, call.argument(1), TextId::ToolCopied);
+    warnOfDigits(source.database(), CatalogueReader(call.argument(1)).database());
     return Success;
 }
 
