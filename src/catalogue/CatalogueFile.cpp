@@ -10,35 +10,106 @@ namespace mkl {
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-// Nobody else sees a draft, and where it fails it is thrown away: neither a journal nor waiting for the disk is needed.
-const QString draftSettings = u"PRAGMA journal_mode = OFF; PRAGMA synchronous = OFF; PRAGMA locking_mode = EXCLUSIVE;"
-                              " PRAGMA cache_size = -65536;"_s;
-
-// Readers must not wait for a writer of another program. The change of mode also carries everything to the disk.
-const QString finalSettings = u"PRAGMA synchronous = FULL; PRAGMA locking_mode = NORMAL; PRAGMA journal_mode = WAL;"_s;
-
-} // namespace
-
-Ref<dao::Database> openCatalogue(dao::Workspace& workspace, const QString& file, const dao::OpenOptions& options) {
-    Ref<dao::Database> database = workspace.OpenDatabase(file, options);
+Ref<dao::Database> openCatalogue(dao::Workspace& workspace, const QString& name, const dao::OpenOptions& options) {
+    Ref<dao::Database> database = workspace.OpenDatabase(name, options);
     CatalogueSchema::verify(*database);
     return database;
 }
 
-void createCatalogue(const QString& file) {
-    CatalogueDraft(file).publish();
+bool catalogueExists(const QString& name) {
+    if (!dao::DBEngine::isServer(name)) return QFile::exists(name);
+    const Ref<dao::Workspace> workspace = dao::DBEngine::CreateWorkspace();
+    return CatalogueSchema::hasTables(*workspace->OpenDatabase(name));
 }
 
-CatalogueDraft::CatalogueDraft(const QString& file)
-    : file_(file)
-    , draftName_(file + u'.' + QUuid::createUuid().toString(QUuid::Id128).left(12) + u".tmp"_s) {
-    if (QFile::exists(file)) throwError(refusal::Exists, {file});
-    workspace_ = dao::DBEngine::CreateWorkspace();
-    database_ = workspace_->CreateDatabase(draftName_);
-    database_->executeNative(draftSettings);
-    workspace_->BeginTrans();
+void createCatalogue(const QString& name) {
+    CatalogueDraft(name).publish();
+}
+
+/// Where a draft grows.
+class CatalogueDraft::Place {
+public:
+    Place() = default;
+    virtual ~Place() = default;
+    Place(const Place&) = delete;
+    Place& operator=(const Place&) = delete;
+
+    virtual Ref<dao::Database> begin(dao::Workspace& workspace) = 0;
+    /// What is settled when all is stored.
+    virtual void finish(dao::Database& database) = 0;
+    /// Gives the closed draft its name.
+    virtual void publish() = 0;
+    /// Takes away what a closed draft left.
+    virtual void remove() = 0;
+};
+
+// Nobody else sees a draft, and where it fails it is thrown away: neither a journal nor waiting for the disk is needed.
+class CatalogueDraft::FilePlace final : public Place {
+public:
+    explicit FilePlace(const QString& file)
+        : file_(file)
+        , draftName_(file + u'.' + QUuid::createUuid().toString(QUuid::Id128).left(12) + u".tmp"_s) {
+        if (QFile::exists(file)) throwError(refusal::Exists, {file});
+    }
+
+    Ref<dao::Database> begin(dao::Workspace& workspace) override {
+        Ref<dao::Database> database = workspace.CreateDatabase(draftName_);
+        database->executeNative(u"PRAGMA journal_mode = OFF; PRAGMA synchronous = OFF; "
+                                "PRAGMA locking_mode = EXCLUSIVE; PRAGMA cache_size = -65536;"_s);
+        workspace.BeginTrans();
+        return database;
+    }
+
+    // Readers must not wait for a writer of another program. The change of mode also carries everything to the disk.
+    void finish(dao::Database& database) override {
+        database.executeNative(
+            u"PRAGMA synchronous = FULL; PRAGMA locking_mode = NORMAL; PRAGMA journal_mode = WAL;"_s);
+    }
+
+    void publish() override {
+        if (QFile::rename(draftName_, file_)) return;
+        remove();
+        throwError(refusal::Exists, {file_});
+    }
+
+    void remove() override {
+        for (const QString& suffix : {u""_s, u"-wal"_s, u"-shm"_s, u"-journal"_s})
+            QFile::remove(draftName_ + suffix);
+    }
+
+private:
+    QString file_;
+    QString draftName_;
+};
+
+class CatalogueDraft::ServerPlace final : public Place {
+public:
+    explicit ServerPlace(const QString& url)
+        : url_(url) {}
+
+    // The lock of the transaction keeps two drafts of one catalogue apart.
+    Ref<dao::Database> begin(dao::Workspace& workspace) override {
+        Ref<dao::Database> database = workspace.OpenDatabase(url_);
+        workspace.BeginTrans();
+        if (CatalogueSchema::hasTables(*database)) throwError(refusal::Exists, {database->Name()});
+        return database;
+    }
+
+    void finish(dao::Database& /*database*/) override {}
+    void publish() override {}
+    void remove() override {}
+
+private:
+    QString url_;
+};
+
+CatalogueDraft::CatalogueDraft(const QString& name)
+    : workspace_(dao::DBEngine::CreateWorkspace()) {
+    if (dao::DBEngine::isServer(name))
+        place_ = std::make_unique<ServerPlace>(name);
+    else
+        place_ = std::make_unique<FilePlace>(name);
+    database_ = place_->begin(*workspace_);
     CatalogueSchema::createTables(*database_);
 }
 
@@ -47,31 +118,24 @@ CatalogueDraft::~CatalogueDraft() {
     try {
         if (workspace_->transactionDepth() > 0) workspace_->Rollback();
     } catch (const RunTimeError&) {
-        // The file goes anyway.
+        // The draft goes anyway.
     }
     close();
-    removeFiles();
+    place_->remove();
 }
 
 void CatalogueDraft::publish() {
     CatalogueSchema::createIndexes(*database_);
     workspace_->CommitTrans();
-    database_->executeNative(finalSettings);
+    place_->finish(*database_);
     close();
-    if (QFile::rename(draftName_, file_)) return;
-    removeFiles();
-    throwError(refusal::Exists, {file_});
+    place_->publish();
 }
 
 void CatalogueDraft::close() {
     database_->Close();
     database_.reset();
     workspace_.reset();
-}
-
-void CatalogueDraft::removeFiles() {
-    for (const QString& suffix : {u""_s, u"-wal"_s, u"-shm"_s, u"-journal"_s})
-        QFile::remove(draftName_ + suffix);
 }
 
 } // namespace mkl

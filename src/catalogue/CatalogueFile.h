@@ -1,23 +1,29 @@
 #pragma once
-// Opening and making catalogue files, for both programs.
+// Opening and making catalogues, for both programs. A name is that of a file or the address of a database on a server.
 #include "dao/Workspace.h"
 
 #include <QString>
+#include <memory>
 
 namespace mkl {
 
-/// Opens an existing catalogue. Errors of Workspace::OpenDatabase; 3011 where a table or column is missing.
-Ref<dao::Database> openCatalogue(dao::Workspace& workspace, const QString& file, const dao::OpenOptions& options = {});
+/// Opens an existing catalogue. Errors of Workspace::OpenDatabase; 3011 where a table or column is missing, 3421 where
+/// a column has another type.
+Ref<dao::Database> openCatalogue(dao::Workspace& workspace, const QString& name, const dao::OpenOptions& options = {});
 
-/// Makes an empty catalogue. 3204 if the file exists.
-void createCatalogue(const QString& file);
+/// Whether there is a file of that name, or a table of a catalogue in the database of that address. Errors of
+/// Workspace::OpenDatabase for a server that does not answer.
+bool catalogueExists(const QString& name);
 
-/// A catalogue in the making: it grows under another name in the same folder, so that nobody ever sees half a
-/// file. Without publish() it leaves nothing behind.
+/// Makes an empty catalogue. 3204 if it exists.
+void createCatalogue(const QString& name);
+
+/// A catalogue in the making, of which nobody ever sees half: a file grows under another name in the same folder,
+/// tables on a server in a transaction. Without publish() it leaves nothing behind.
 class CatalogueDraft {
 public:
-    /// 3204 if the file exists, 3051 if its folder cannot be written.
-    explicit CatalogueDraft(const QString& file);
+    /// 3204 if the catalogue exists, 3051 if the folder cannot be written.
+    explicit CatalogueDraft(const QString& name);
     ~CatalogueDraft();
     CatalogueDraft(const CatalogueDraft&) = delete;
     CatalogueDraft& operator=(const CatalogueDraft&) = delete;
@@ -26,16 +32,18 @@ public:
     dao::Database& database() { return *database_; }
     dao::Workspace& workspace() { return *workspace_; }
 
-    /// Makes the indexes, settles the file for use by several programs and gives it its name. 3204 if somebody else
-    /// made a file of that name meanwhile.
+    /// Makes the indexes, settles the catalogue for use by several programs and lets them see it. 3204 if somebody
+    /// else made one of that name meanwhile.
     void publish();
 
 private:
-    void close();
-    void removeFiles();
+    class Place;
+    class FilePlace;
+    class ServerPlace;
 
-    QString file_;
-    QString draftName_;
+    void close();
+
+    std::unique_ptr<Place> place_;
     Ref<dao::Workspace> workspace_;
     Ref<dao::Database> database_;
 };

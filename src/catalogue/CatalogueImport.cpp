@@ -51,8 +51,7 @@ ImportReport importCatalogue(const QString& source, const QString& target, const
 }
 
 ImportReport storeRows(RowSource& source, const QString& target, const ImportOptions& options) {
-    return QFileInfo::exists(target) ? importIntoEmpty(source, target, options)
-                                     : importIntoNew(source, target, options);
+    return catalogueExists(target) ? importIntoEmpty(source, target, options) : importIntoNew(source, target, options);
 }
 
 bool isImportableDatabase(const QString& file) {

@@ -3,49 +3,38 @@
 #include "catalogue/CatalogueTables.h"
 #include "catalogue/Refusal.h"
 
+#include <algorithm>
+
 namespace mkl {
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-QString quoted(const QString& name) {
-    return u'"' + name + u'"';
-}
+// A rule and no foreign key: an import may bring assignments whose category does not exist.
+const dao::DeletionRule assignmentRule = {u"ARTIKEL/KATEGORIEN"_s, u"Kategorie-Schlüssel"_s, u"ARTKAT"_s,
+                                          u"Kategorie-Schlüssel"_s};
 
-QString declaredType(const CatalogueColumn& column) {
-    if (column.counter) return u"INTEGER PRIMARY KEY AUTOINCREMENT"_s;
-    switch (column.type) {
-    case Variant::Type::Int: return u"INTEGER"_s;
-    case Variant::Type::Boolean: return u"YESNO DEFAULT 0"_s;
-    case Variant::Type::Double: return u"DOUBLE"_s;
-    case Variant::Type::Currency: return u"CURRENCY"_s;
-    case Variant::Type::Date: return u"DATETIME"_s;
-    default: return u"TEXT"_s;
+// Foreign files may be generous: what matters is that values of the type survive and compare as such.
+bool canHold(Long fieldType, Variant::Type type) {
+    const bool isNumber = fieldType == dao::dbLong || fieldType == dao::dbDouble || fieldType == dao::dbCurrency;
+    switch (type) {
+    case Variant::Type::Boolean: return isNumber || fieldType == dao::dbBoolean;
+    case Variant::Type::Date: return isNumber || fieldType == dao::dbDate;
+    case Variant::Type::Text: return fieldType == dao::dbText;
+    default: return isNumber;
     }
 }
 
-QString tableStatement(const CatalogueTable& table) {
-    QStringList columns;
-    for (const CatalogueColumn& column : table.columns)
-        columns.append(quoted(column.name) + u' ' + declaredType(column) +
-                       (column.notNull ? u" NOT NULL"_s : QString()));
-    return u"CREATE TABLE %1 (%2);"_s.arg(quoted(table.name), columns.join(u", "_s));
+void verifyColumn(dao::Recordset& rows, const CatalogueTable& table, const CatalogueColumn& column) {
+    const int ordinal = rows.ordinal(column.name);
+    if (ordinal < 0 && column.required)
+        refuse(refusal::Missing, TextId::CatalogueColumnMissing, {columnTitle(table.name, column.name)});
+    if (ordinal < 0) return;
+    const Long type = rows.Fields(ordinal).Type();
+    if (type != 0 && !canHold(type, column.type))
+        refuse(refusal::WrongType, TextId::CatalogueColumnType, {columnTitle(table.name, column.name)});
 }
-
-QString indexStatement(const CatalogueTable& table, const CatalogueIndex& index) {
-    QStringList columns;
-    for (const QString& column : index.columns)
-        columns.append(quoted(column));
-    return u"CREATE %1INDEX %2 ON %3 (%4);"_s.arg(index.unique ? u"UNIQUE "_s : QString(),
-                                                  quoted(table.name + u':' + index.name), quoted(table.name),
-                                                  columns.join(u", "_s));
-}
-
-// A trigger and no foreign key: an import may bring assignments whose category does not exist.
-const QString assignmentTrigger =
-    u"CREATE TRIGGER \"ARTIKEL/KATEGORIEN:delete\" AFTER DELETE ON \"ARTIKEL/KATEGORIEN\" BEGIN "
-    "DELETE FROM \"ARTKAT\" WHERE \"Kategorie-Schlüssel\" = OLD.\"Kategorie-Schlüssel\"; END;"_s;
 
 } // namespace
 
@@ -55,18 +44,14 @@ void CatalogueSchema::create(dao::Database& database) {
 }
 
 void CatalogueSchema::createTables(dao::Database& database) {
-    QString statements;
     for (const CatalogueTable& table : catalogueTables())
-        statements += tableStatement(table);
-    database.executeNative(statements);
+        database.createTable(table.definition());
 }
 
 void CatalogueSchema::createIndexes(dao::Database& database) {
-    QString statements;
     for (const CatalogueTable& table : catalogueTables())
-        for (const CatalogueIndex& index : table.indexes)
-            statements += indexStatement(table, index);
-    database.executeNative(statements + assignmentTrigger);
+        database.createIndexes(table.definition());
+    database.createDeletionRule(assignmentRule);
 }
 
 void CatalogueSchema::verify(dao::Database& database) {
@@ -76,10 +61,14 @@ void CatalogueSchema::verify(dao::Database& database) {
             refuse(refusal::Missing, TextId::CatalogueTableMissing, {table.name});
         const Ref<dao::Recordset> rows = database.OpenRecordset(table.name, dao::dbOpenTable);
         for (const CatalogueColumn& column : table.columns)
-            if (column.required && rows->ordinal(column.name) < 0)
-                refuse(refusal::Missing, TextId::CatalogueColumnMissing, {columnTitle(table.name, column.name)});
+            verifyColumn(*rows, table, column);
         rows->Close();
     }
+}
+
+bool CatalogueSchema::hasTables(dao::Database& database) {
+    const auto isOurs = [](const QString& name) { return catalogueTableIndex(name) >= 0; };
+    return std::ranges::any_of(database.tableNames(), isOurs);
 }
 
 bool CatalogueSchema::isEmpty(dao::Database& database) {

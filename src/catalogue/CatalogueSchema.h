@@ -13,8 +13,12 @@ public:
     static void createTables(dao::Database& database);
     static void createIndexes(dao::Database& database);
 
-    /// Raises 3011 with a text that names the first table or column that is missing.
+    /// Raises 3011 with a text that names the first table or column that is missing; 3421 for
+    /// a column whose type can never hold what belongs there.
     static void verify(dao::Database& database);
+
+    /// True if there is a table by the name of one of them.
+    static bool hasTables(dao::Database& database);
 
     /// True if no table of the catalogue holds a row.
     static bool isEmpty(dao::Database& database);

@@ -97,6 +97,13 @@ int CatalogueTable::columnIndex(QStringView column) const {
     return -1;
 }
 
+dao::TableDefinition CatalogueTable::definition() const {
+    dao::TableDefinition result{name, {}, indexes};
+    for (const CatalogueColumn& column : columns)
+        result.columns.append({column.name, column.type, column.notNull, column.counter});
+    return result;
+}
+
 const QList<CatalogueTable>& catalogueTables() {
     static const QList<CatalogueTable> tables = {senders(),     articles(),   categories(), assignments(),
                                                  priceGroups(), priceLists(), prices()};

@@ -1,9 +1,6 @@
 #pragma once
 // The reference schema as data: what a new catalogue is made of and what a source must hold.
-#include "base/Variant.h"
-
-#include <QList>
-#include <QString>
+#include "dao/TableDefinition.h"
 
 namespace mkl {
 
@@ -15,19 +12,14 @@ struct CatalogueColumn {
     bool counter = false; ///< key given out by the database
 };
 
-struct CatalogueIndex {
-    QString name; ///< as programs name it
-    QStringList columns;
-    bool unique = false;
-};
-
 struct CatalogueTable {
     QString name;
     QList<CatalogueColumn> columns;
-    QList<CatalogueIndex> indexes;
+    QList<dao::IndexDefinition> indexes;
 
     /// Position of the column of that name, -1 if there is none; case is folded, umlauts included.
     int columnIndex(QStringView column) const;
+    dao::TableDefinition definition() const;
 };
 
 /// All tables, in the order in which they are made and filled.

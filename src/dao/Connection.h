@@ -75,6 +75,8 @@ public:
     virtual std::shared_ptr<Statement> prepared(const QByteArray& native, Access access = Access::Read) = 0;
     /// Runs native statements, several at once allowed.
     virtual void executeScript(const QByteArray& native) = 0;
+    /// The same for a table that gets what identifies its rows later.
+    virtual void defineTable(const QByteArray& native) { executeScript(native); }
     /// The action, changed so that a row which violates a key or a rule is left out instead of failing.
     virtual QByteArray leavingOutFailedRows(const QByteArray& native) const = 0;
 

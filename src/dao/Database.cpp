@@ -206,6 +206,21 @@ void Database::executeNative(const QString& statements) {
     d_->refreshSchema();
 }
 
+void Database::createTable(const TableDefinition& table) {
+    Connection& connection = d_->opened();
+    connection.requireWritable();
+    connection.defineTable(tableStatement(connection.target(), table));
+    d_->refreshSchema();
+}
+
+void Database::createIndexes(const TableDefinition& table) {
+    executeNative(QString::fromUtf8(indexStatements(d_->opened().target(), table)));
+}
+
+void Database::createDeletionRule(const DeletionRule& rule) {
+    executeNative(QString::fromUtf8(ruleStatement(d_->opened().target(), rule)));
+}
+
 RowWriter Database::appendRows(const QString& table, const QStringList& columns) {
     d_->opened();
     return {d_->connection, d_->table(table), columns};

@@ -3,6 +3,7 @@
 #include "dao/Constants.h"
 #include "dao/Recordset.h"
 #include "dao/RowWriter.h"
+#include "dao/TableDefinition.h"
 
 #include <QString>
 #include <memory>
@@ -59,6 +60,11 @@ public:
 
     /// Runs statements in the engine's own language, untranslated: tables and settings of a new file.
     void executeNative(const QString& statements);
+    /// Makes a table without its indexes, for filling it first. 3010 where there is one of that name.
+    void createTable(const TableDefinition& table);
+    /// Makes the indexes of such a table; 3022 where its rows are in the way.
+    void createIndexes(const TableDefinition& table);
+    void createDeletionRule(const DeletionRule& rule);
     /// For filling the table with many rows. 3078 unknown table, 3127 unknown column.
     RowWriter appendRows(const QString& table, const QStringList& columns);
 

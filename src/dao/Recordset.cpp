@@ -17,6 +17,20 @@ QString Field::Name() const {
     return column().name;
 }
 
+Long Field::Type() const {
+    switch (column().type) {
+    case jet::ColumnType::Unknown: return 0;
+    case jet::ColumnType::Boolean: return dbBoolean;
+    case jet::ColumnType::Int: return dbLong;
+    case jet::ColumnType::Double: return dbDouble;
+    case jet::ColumnType::Currency: return dbCurrency;
+    case jet::ColumnType::Date: return dbDate;
+    case jet::ColumnType::Text: return dbText;
+    case jet::ColumnType::Binary: return dbLongBinary;
+    }
+    return 0;
+}
+
 QString Field::SourceTable() const {
     return column().sourceTable;
 }

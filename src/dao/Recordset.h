@@ -23,6 +23,7 @@ public:
     Field(mkl::Ref<Recordset> recordset, int ordinal);
 
     QString Name() const;
+    Long Type() const; ///< dbBoolean...; 0 where each row may hold a value of another type
     QString SourceTable() const;
     QString SourceField() const;
     mkl::Variant Value() const; ///< 3021 without a current row

@@ -134,6 +134,10 @@ WorkspaceNotifier& Workspace::notifier() const {
     return d_->notifier;
 }
 
+bool DBEngine::isServer(const QString& name) {
+    return isPostgresUrl(name);
+}
+
 mkl::Ref<Workspace> DBEngine::CreateWorkspace() {
     return mkl::makeRef<Workspace>();
 }

@@ -76,6 +76,14 @@ public:
         return value + (descending ? " down" : " up");
     }
     QByteArray declaredType(ColumnType type) const override { return "TYPE" + QByteArray::number(int(type)); }
+    QByteArray counterType() const override { return "COUNTER"; }
+    QByteArray keyIndex(const QByteArray& name, const QByteArray& table, const QByteArray& columns) const override {
+        return "KEY " + name + " OF " + table + '(' + columns + ");";
+    }
+    QByteArray deletionRule(const QByteArray& name, const QByteArray& parent, const QByteArray&,
+                            const QByteArray& child, const QByteArray&) const override {
+        return "RULE " + name + " OF " + parent + " AND " + child + ';';
+    }
     QByteArray withRowIdentity(const QByteArray& table) const override { return "(rows of " + table + ')'; }
     QByteArray rowIdentity(const QByteArray& table) const override { return table + ".row"; }
 };

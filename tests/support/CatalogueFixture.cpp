@@ -51,7 +51,7 @@ void append(dao::Database& database, const QString& table, const QStringList& co
 
 CatalogueFixture::CatalogueFixture(const QString& picture)
     : workspace_(dao::DBEngine::CreateWorkspace())
-    , database_(workspace_->CreateDatabase(file_.path())) {
+    , database_(testsOnServer() ? workspace_->OpenDatabase(file_.path()) : workspace_->CreateDatabase(file_.path())) {
     CatalogueSchema::create(*database_);
     draw(picture);
 }

@@ -9,6 +9,7 @@
 // further in than the one above it is its child. Positions count from 1 within a level; markers in braces change
 // a category: "inaktiv", "Absender N", "Position N".
 #include "dao/Workspace.h"
+#include "support/PostgresServer.h"
 #include "support/TempDatabase.h"
 
 #include <QSet>
@@ -40,8 +41,8 @@ public:
 
     /// Lets the table of categories hold what no undamaged one does: keys twice, or without a value.
     void allowBadKeys() const;
-    /// Runs statements in the engine's own language.
-    void run(const QString& nativeSql) const { database_->executeNative(nativeSql); }
+    /// Runs statements in the language of files, as nativeText() gives them to the engine.
+    void run(const QString& nativeSql) const { database_->executeNative(nativeText(nativeSql)); }
     /// A chain of categories, each the child of the one before it; keys from 1.
     void addChain(Long length) const;
 

@@ -40,5 +40,7 @@ QByteArray runOnServer(const QString& url, const QByteArray& native);
 
 /// The statements by which the tests make tables in a file, as the server understands them.
 QByteArray serverText(const QByteArray& native);
+/// The same where the tests run on a server; otherwise the statements themselves.
+QString nativeText(const QString& native);
 
 } // namespace mkl

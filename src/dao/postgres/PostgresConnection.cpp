@@ -87,9 +87,13 @@ std::shared_ptr<Statement> PostgresConnection::prepared(const QByteArray& native
 }
 
 void PostgresConnection::executeScript(const QByteArray& native) {
+    defineTable(native);
+    session_->savedScript("SELECT mkl_complete_tables()");
+}
+
+void PostgresConnection::defineTable(const QByteArray& native) {
     ++*changes_;
     session_->savedScript(native);
-    session_->savedScript("SELECT mkl_complete_tables()");
 }
 
 QByteArray PostgresConnection::leavingOutFailedRows(const QByteArray& native) const {

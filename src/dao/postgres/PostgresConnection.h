@@ -22,6 +22,7 @@ public:
     std::shared_ptr<Statement> prepare(const QByteArray& native, Access access) override;
     std::shared_ptr<Statement> prepared(const QByteArray& native, Access access) override;
     void executeScript(const QByteArray& native) override;
+    void defineTable(const QByteArray& native) override;
     QByteArray leavingOutFailedRows(const QByteArray& native) const override;
 
     void begin() override;

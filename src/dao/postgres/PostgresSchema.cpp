@@ -123,7 +123,9 @@ void readIndexes(PostgresSession& session, FactsById& tables) {
         for (const QString& number : textAt(rows.get(), row, 4).split(u' '))
             index.columns.append(facts->places.value(number.toInt(), -1));
         if (index.columns.contains(-1)) continue; // over expressions
-        flagAt(rows.get(), row, 3) ? void(facts->table.primaryKey = index.columns) : facts->table.indexes.append(index);
+        const bool isPrimary = flagAt(rows.get(), row, 3), hasName = index.name != textAt(rows.get(), row, 1);
+        if (isPrimary) facts->table.primaryKey = index.columns;
+        if (!isPrimary || hasName) facts->table.indexes.append(index);
     }
 }
 

@@ -51,6 +51,20 @@ QByteArray SqliteTarget::declaredType(ColumnType type) const {
     return {};
 }
 
+QByteArray SqliteTarget::counterType() const {
+    return "INTEGER PRIMARY KEY AUTOINCREMENT";
+}
+
+QByteArray SqliteTarget::keyIndex(const QByteArray& name, const QByteArray& table, const QByteArray& columns) const {
+    return "CREATE UNIQUE INDEX " + name + " ON " + table + " (" + columns + ");";
+}
+
+QByteArray SqliteTarget::deletionRule(const QByteArray& name, const QByteArray& parent, const QByteArray& parentColumn,
+                                      const QByteArray& child, const QByteArray& childColumn) const {
+    return "CREATE TRIGGER " + name + " AFTER DELETE ON " + parent + " BEGIN DELETE FROM " + child + " WHERE " +
+           childColumn + " = OLD." + parentColumn + "; END;";
+}
+
 // Of the three names of the row identity the one that no table is likely to use for a column of its own.
 QByteArray SqliteTarget::rowIdentity(const QByteArray& table) const {
     return table + "._rowid_";

@@ -14,6 +14,10 @@ public:
     QByteArray condition(const QByteArray& number) const override;
     QByteArray orderTerm(const QByteArray& value, bool descending) const override;
     QByteArray declaredType(jet::ColumnType type) const override;
+    QByteArray counterType() const override;
+    QByteArray keyIndex(const QByteArray& name, const QByteArray& table, const QByteArray& columns) const override;
+    QByteArray deletionRule(const QByteArray& name, const QByteArray& parent, const QByteArray& parentColumn,
+                            const QByteArray& child, const QByteArray& childColumn) const override;
     QByteArray rowIdentity(const QByteArray& table) const override;
     QByteArray withRowIdentity(const QByteArray& table) const override;
 };

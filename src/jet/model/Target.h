@@ -34,6 +34,16 @@ public:
     virtual QByteArray orderTerm(const QByteArray& value, bool descending) const = 0;
     /// The type by which a new table declares a column, so that its schema gives the same type again.
     virtual QByteArray declaredType(ColumnType type) const = 0;
+    /// The type of a column whose values the database gives out; such a column is the primary key.
+    virtual QByteArray counterType() const = 0;
+
+    // Statements with a name of their own; all arguments are quoted names, columns a list of them.
+
+    /// Tells the rows of a table apart by columns that are never Null.
+    virtual QByteArray keyIndex(const QByteArray& name, const QByteArray& table, const QByteArray& columns) const = 0;
+    /// Where a row of parent goes, those rows of child go whose column holds the value of the parent's column.
+    virtual QByteArray deletionRule(const QByteArray& name, const QByteArray& parent, const QByteArray& parentColumn,
+                                    const QByteArray& child, const QByteArray& childColumn) const = 0;
     /// What tells apart the rows of a table that declares no primary key. table is a quoted name.
     virtual QByteArray rowIdentity(const QByteArray& table) const = 0;
     /// The table as a derived one, without its alias, that has its row identity under the same name.
