@@ -1,8 +1,8 @@
 #pragma once
-// A catalogue file of its own, open, with native statements for what no program would write.
+// A catalogue of its own, open, with native statements for what no program would write.
 #include "catalogue/CatalogueFile.h"
-
-#include <QTemporaryDir>
+#include "support/PostgresServer.h"
+#include "support/TempDatabase.h"
 
 namespace mkl {
 
@@ -12,31 +12,31 @@ public:
         : workspace_(dao::DBEngine::CreateWorkspace()) {
         createCatalogue(path());
         database_ = openCatalogue(*workspace_, path());
-        if (!native.isEmpty()) database_->executeNative(native);
+        if (!native.isEmpty()) run(native);
     }
 
-    QString path() const { return folder_.filePath(QStringLiteral("test.sqlite")); }
+    QString path() const { return place_.path(); }
+    /// Runs statements in the language of files, as nativeText() gives them to the engine.
+    void run(const QString& native) const { database_->executeNative(nativeText(native)); }
     dao::Database& database() const { return *database_; }
     dao::Workspace& workspace() const { return *workspace_; }
 
     /// One category: key, parent ("NULL" for a root) and position.
     void addCategory(int key, const char* parent, int order) {
-        database_->executeNative(QStringLiteral("INSERT INTO \"ARTIKEL/KATEGORIEN\" (\"Kategorie-Schlüssel\", "
-                                                "\"Kategoriename\", \"Parent\", \"Order\", \"Aktiv\") "
-                                                "VALUES (%1, 'K%1', %2, %3, -1);")
-                                     .arg(key)
-                                     .arg(QLatin1String(parent))
-                                     .arg(order));
+        run(QStringLiteral("INSERT INTO \"ARTIKEL/KATEGORIEN\" (\"Kategorie-Schlüssel\", "
+                           "\"Kategoriename\", \"Parent\", \"Order\", \"Aktiv\") "
+                           "VALUES (%1, 'K%1', %2, %3, -1);")
+                .arg(key)
+                .arg(QLatin1String(parent))
+                .arg(order));
     }
     void addArticle(int key) {
-        database_->executeNative(
-            QStringLiteral("INSERT INTO ARTIKEL (\"Artikel-Schlüssel\", \"Artikelname\", \"Aktiv\") "
+        run(QStringLiteral("INSERT INTO ARTIKEL (\"Artikel-Schlüssel\", \"Artikelname\", \"Aktiv\") "
                            "VALUES (%1, 'A%1', -1);")
                 .arg(key));
     }
     void assign(int id, int article, int category, int order) {
-        database_->executeNative(
-            QStringLiteral("INSERT INTO ARTKAT (ArtKatID, \"Artikel-Schlüssel\", \"Kategorie-Schlüssel\", \"Order\") "
+        run(QStringLiteral("INSERT INTO ARTKAT (ArtKatID, \"Artikel-Schlüssel\", \"Kategorie-Schlüssel\", \"Order\") "
                            "VALUES (%1, %2, %3, %4);")
                 .arg(id)
                 .arg(article)
@@ -45,7 +45,7 @@ public:
     }
 
 private:
-    QTemporaryDir folder_;
+    TempDatabase place_;
     Ref<dao::Workspace> workspace_;
     Ref<dao::Database> database_;
 };

@@ -90,7 +90,7 @@ TEST_F(Check, orphans) {
     catalogue.addArticle(1);
     catalogue.assign(10, 1, 99, 1);
     catalogue.assign(11, 98, 13, 1);
-    catalogue.database().executeNative(u"INSERT INTO ARTKAT (ArtKatID) VALUES (12)"_s);
+    catalogue.run(u"INSERT INTO ARTKAT (ArtKatID) VALUES (12)"_s);
     const CatalogueCheck found = check();
     ASSERT_EQ(found.missingCategories.size(), 2);
     EXPECT_EQ(found.missingCategories[0].key, 10);

@@ -106,16 +106,16 @@ TEST(CatalogueSchema, otherToolsCanOpenTheFileWhileProgramsWork) {
 
 TEST(CatalogueSchema, missingTablesAndColumnsAreNamed) {
     TestCatalogue catalogue;
-    catalogue.database().executeNative(u"ALTER TABLE \"ARTIKEL/PREISLISTEN\" DROP COLUMN \"Währung\""_s);
+    catalogue.run(u"ALTER TABLE \"ARTIKEL/PREISLISTEN\" DROP COLUMN \"Währung\""_s);
     EXPECT_TRUE(complaintAbout(catalogue.database()).contains(u"[ARTIKEL/PREISLISTEN].[Währung]"));
-    catalogue.database().executeNative(u"DROP TABLE ARTKAT"_s);
+    catalogue.run(u"DROP TABLE ARTKAT"_s);
     EXPECT_TRUE(complaintAbout(catalogue.database()).contains(u"'ARTKAT'"));
 }
 
 TEST(CatalogueSchema, priceAndForeignNumberMayBeMissing) {
     TestCatalogue catalogue;
-    catalogue.database().executeNative(u"ALTER TABLE \"ARTIKEL/PREISE\" DROP COLUMN \"Preis\";"
-                                       "ALTER TABLE \"ARTIKEL/KATEGORIEN\" DROP COLUMN \"ID\""_s);
+    catalogue.run(u"ALTER TABLE \"ARTIKEL/PREISE\" DROP COLUMN \"Preis\";"
+                  "ALTER TABLE \"ARTIKEL/KATEGORIEN\" DROP COLUMN \"ID\""_s);
     EXPECT_EQ(complaintAbout(catalogue.database()), QString());
 }
 

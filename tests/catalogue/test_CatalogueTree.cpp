@@ -71,7 +71,7 @@ TEST_F(Tree, tenThousandLevels) {
         rows += u"INSERT INTO \"ARTIKEL/KATEGORIEN\" (\"Kategorie-Schlüssel\", Parent, \"Order\") VALUES (%1, %2, 1);"_s
                     .arg(key)
                     .arg(key - 1);
-    catalogue.database().executeNative(u"BEGIN;"_s + rows + u"COMMIT;"_s);
+    catalogue.run(u"BEGIN;"_s + rows + u"COMMIT;"_s);
     catalogue.addCategory(999, "NULL", 3);
     const CatalogueInfo info = CatalogueInfo::of(catalogue.database());
     EXPECT_EQ(info.categoriesPerLevel.size(), 10001);

@@ -3,18 +3,11 @@
 #include "support/LeftOutTests.h"
 #include "support/PostgresServer.h"
 
-#include <cstdio>
-
 namespace dao {
 
 namespace {
 
-struct LeftOut {
-    const char* tests; ///< a pattern
-    const char* reason;
-};
-
-constexpr LeftOut leftToFiles[] = {
+constexpr mkl::LeftOut leftToFiles[] = {
     {"Authorizer.*", "what statements may do in a file; a server has rights of its own"},
     {"ChangedByOthersInAFile.*", "locks, journals and damage of a file"},
     {"CreateDatabase.*", "files are made; databases of a server are made by its owner"},
@@ -53,24 +46,14 @@ constexpr LeftOut leftToFiles[] = {
     {"TextOrder.AnIndexInThisOrderServesTheStatements", "names the order of texts as files do"},
 };
 
-constexpr LeftOut leftToServers[] = {
+constexpr mkl::LeftOut leftToServers[] = {
     {"PostgresConnection.*", "about a server"},
     {"PostgresKey.*", "about a server"},
 };
 
-template<size_t count>
-void leaveOut(const LeftOut (&list)[count], bool says) {
-    QByteArray& filter = mkl::leftOutTests();
-    for (const auto& [tests, reason] : list) {
-        filter += QByteArray(tests) + ':';
-        if (says) std::printf("left out: %s (%s)\n", tests, reason);
-    }
-}
-
 const bool prepared = [] {
     mkl::PostgresServer::preparation() = [](const QString& url) { DBEngine::CreateWorkspace()->OpenDatabase(url); };
-    mkl::testsOnServer() ? leaveOut(leftToFiles, true) : leaveOut(leftToServers, false);
-    return true;
+    return mkl::leaveToFiles(leftToFiles) || mkl::leaveToServers(leftToServers);
 }();
 
 } // namespace

@@ -4,15 +4,6 @@
 #include <QApplication>
 #include <gtest/gtest.h>
 
-namespace mkl {
-
-QByteArray& leftOutTests() {
-    static QByteArray patterns;
-    return patterns;
-}
-
-} // namespace mkl
-
 int main(int argc, char** argv) {
     QApplication application(argc, argv);
     if (!mkl::leftOutTests().isEmpty()) GTEST_FLAG_SET(filter, "*-" + mkl::leftOutTests().toStdString());
