@@ -14,6 +14,7 @@ public:
     QByteArray yesNo(const QByteArray& condition) const override;
     QByteArray condition(const QByteArray& number) const override;
     QByteArray orderTerm(const QByteArray& value, bool descending) const override;
+    bool keepsEqualsInOrder() const override { return false; }
     QByteArray declaredType(jet::ColumnType type) const override;
     QByteArray counterType() const override;
     QByteArray keyIndex(const QByteArray& name, const QByteArray& table, const QByteArray& columns) const override;

@@ -32,6 +32,8 @@ public:
     virtual QByteArray condition(const QByteArray& number) const = 0;
     /// A term of ORDER BY; Null comes first ascending and last descending.
     virtual QByteArray orderTerm(const QByteArray& value, bool descending) const = 0;
+    /// Whether rows that ORDER BY leaves equal come in the same order each time.
+    virtual bool keepsEqualsInOrder() const { return true; }
     /// The type by which a new table declares a column, so that its schema gives the same type again.
     virtual QByteArray declaredType(ColumnType type) const = 0;
     /// The type of a column whose values the database gives out; such a column is the primary key.

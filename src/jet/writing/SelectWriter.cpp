@@ -113,7 +113,7 @@ QByteArray SelectWriter::rows(const QByteArrayList& values, const QByteArrayList
     if (select_.top && (select_.top->percent || !select_.orderBy.empty())) return ranked(outputs, names);
     QByteArray native = body(named(outputs, names));
     if (select_.top) return native + " LIMIT " + QByteArray::number(select_.top->count.value.toLong());
-    return select_.orderBy.empty() ? native : native + " ORDER BY " + orderTerms();
+    return select_.orderBy.empty() ? native : native + " ORDER BY " + settledOrder().join(", ");
 }
 
 QByteArray SelectWriter::body(const QByteArrayList& outputs) {
@@ -140,11 +140,28 @@ QByteArray SelectWriter::groups() {
     return groups.isEmpty() ? QByteArray() : " GROUP BY " + groups.join(", ");
 }
 
-QByteArray SelectWriter::orderTerms() {
+QByteArrayList SelectWriter::orderTerms() {
     QByteArrayList terms;
     for (const BoundOrder& order : select_.orderBy)
         terms.append(target_.orderTerm(expressions_.key(*order.expression), order.descending));
-    return terms.join(", ");
+    return terms;
+}
+
+// Rows that the statement leaves equal follow each other by their keys where the engine would shuffle them.
+QByteArrayList SelectWriter::settledOrder() {
+    QByteArrayList terms = orderTerms();
+    const auto& sources = select_.scope.sources();
+    const bool isOfRows = !select_.distinct && !select_.isAggregated && select_.rowSources.empty() &&
+                          std::ranges::none_of(sources, [](const Scope::Source& source) { return source.derived; });
+    if (target_.keepsEqualsInOrder() || !isOfRows) return terms;
+    QByteArrayList settling;
+    for (const Scope::Source& source : sources) {
+        const QList<RowKey> keys = rowKeysOf(source, target_);
+        if (keys.size() == 1 && terms.contains(target_.orderTerm(keys.front().native, false))) return terms;
+        for (const RowKey& key : keys)
+            settling.append(target_.orderTerm(key.native, false));
+    }
+    return terms + settling;
 }
 
 // The same where the outputs are columns c0, c1, … of a derived table.
@@ -163,7 +180,7 @@ QByteArray SelectWriter::ranked(const QByteArrayList& outputs, const QByteArrayL
     const QByteArrayList columns = numbered(static_cast<size_t>(outputs.size()));
     const QByteArrayList inner = named(outputs, columns);
     const bool inTwoSteps = select_.distinct; // repeats go before rows are counted
-    const QByteArray order = inTwoSteps ? placeTerms() : orderTerms();
+    const QByteArray order = inTwoSteps ? placeTerms() : orderTerms().join(", ");
     QByteArrayList ranks{order.isEmpty() ? QByteArray("row_number() OVER () AS place")
                                          : "rank() OVER (ORDER BY " + order + ") AS place"};
     if (select_.top->percent) ranks.append("count(*) OVER () AS total");

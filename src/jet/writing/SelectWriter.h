@@ -32,7 +32,8 @@ private:
     QByteArray from();
     QByteArray groups();
     QByteArray ranked(const QByteArrayList& outputs, const QByteArrayList& names);
-    QByteArray orderTerms();
+    QByteArrayList orderTerms();
+    QByteArrayList settledOrder();
     QByteArray placeTerms();
 
     const Target& target_;
