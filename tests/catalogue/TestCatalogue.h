@@ -1,7 +1,7 @@
 #pragma once
 // A catalogue of its own, open, with native statements for what no program would write.
 #include "catalogue/CatalogueFile.h"
-#include "support/PostgresServer.h"
+#include "support/PreparedDatabases.h"
 #include "support/TempDatabase.h"
 
 namespace mkl {

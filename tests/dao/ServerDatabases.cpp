@@ -1,7 +1,6 @@
 // Which tests run on a server, and what a database there gets before a test makes its tables.
-#include "dao/Workspace.h"
 #include "support/LeftOutTests.h"
-#include "support/PostgresServer.h"
+#include "support/PreparedDatabases.h"
 
 namespace dao {
 
@@ -51,10 +50,7 @@ constexpr mkl::LeftOut leftToServers[] = {
     {"PostgresKey.*", "about a server"},
 };
 
-const bool prepared = [] {
-    mkl::PostgresServer::preparation() = [](const QString& url) { DBEngine::CreateWorkspace()->OpenDatabase(url); };
-    return mkl::leaveToFiles(leftToFiles) || mkl::leaveToServers(leftToServers);
-}();
+const bool leftOut = mkl::leaveToFiles(leftToFiles) || mkl::leaveToServers(leftToServers);
 
 } // namespace
 

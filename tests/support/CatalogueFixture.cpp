@@ -19,12 +19,6 @@ struct CatalogueFixture::DrawnCategory {
 
 namespace {
 
-// The first program that opens a database of a server gives it what all need.
-const bool preparesDatabases = [] {
-    PostgresServer::preparation() = [](const QString& url) { dao::DBEngine::CreateWorkspace()->OpenDatabase(url); };
-    return true;
-}();
-
 /// "1 A" in two: the number and what stands behind it.
 std::pair<Long, QString> numbered(const QString& text) {
     static const QRegularExpression form(u"^(-?\\d+) (.*)$"_s);

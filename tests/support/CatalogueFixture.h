@@ -9,7 +9,7 @@
 // further in than the one above it is its child. Positions count from 1 within a level; markers in braces change
 // a category: "inaktiv", "Absender N", "Position N".
 #include "dao/Workspace.h"
-#include "support/PostgresServer.h"
+#include "support/PreparedDatabases.h"
 #include "support/TempDatabase.h"
 
 #include <QSet>

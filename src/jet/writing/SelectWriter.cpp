@@ -151,8 +151,9 @@ QByteArrayList SelectWriter::orderTerms() {
 QByteArrayList SelectWriter::settledOrder() {
     QByteArrayList terms = orderTerms();
     const auto& sources = select_.scope.sources();
-    const bool isOfRows = !select_.distinct && !select_.isAggregated && select_.rowSources.empty() &&
-                          std::ranges::none_of(sources, [](const Scope::Source& source) { return source.derived; });
+    const bool isOfRows =
+        !select_.distinct && !select_.isAggregated && select_.rowSources.empty() &&
+        std::ranges::none_of(sources, [](const Scope::Source& source) { return source.derived != nullptr; });
     if (target_.keepsEqualsInOrder() || !isOfRows) return terms;
     QByteArrayList settling;
     for (const Scope::Source& source : sources) {
