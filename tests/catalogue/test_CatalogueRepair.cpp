@@ -215,8 +215,7 @@ TEST_F(Repair, allIsUndoneWhereARowCannotBeStored) {
     catalogue.addCategory(13, "99", 1);
     catalogue.addCategory(23, "23", 1);
     catalogue.assign(10, 1, 77, 1);
-    catalogue.database().executeNative(u"CREATE TRIGGER keep BEFORE DELETE ON ARTKAT BEGIN SELECT "
-                                       "RAISE(ABORT, 'kept'); END;"_s);
+    catalogue.run(u"CREATE TRIGGER keep BEFORE DELETE ON ARTKAT BEGIN SELECT RAISE(ABORT, 'kept'); END;"_s);
     const QString before = categories() + assignments();
     EXPECT_NE(errorOf([&] { repair(); }), 0);
     EXPECT_EQ(categories() + assignments(), before);
@@ -226,9 +225,9 @@ TEST_F(Repair, allIsUndoneWhereARowCannotBeStored) {
 TEST_F(Repair, allIsUndoneWhereDamageWouldRemain) {
     catalogue.addCategory(13, "NULL", 1);
     catalogue.addCategory(23, "13", 1);
-    catalogue.assign(10, 1, 77, 1);
-    catalogue.database().executeNative(u"CREATE TRIGGER \"ARTKAT:delete\" AFTER DELETE ON ARTKAT BEGIN DELETE FROM "
-                                       "\"ARTIKEL/KATEGORIEN\" WHERE \"Kategorie-Schlüssel\" = 13; END;"_s);
+    catalogue.assign(13, 1, 77, 1);
+    catalogue.database().createDeletionRule(
+        {u"ARTKAT"_s, u"ArtKatID"_s, u"ARTIKEL/KATEGORIEN"_s, u"Kategorie-Schlüssel"_s});
     const QString before = categories() + assignments();
     EXPECT_EQ(errorOf([&] { repair(); }), 3049);
     EXPECT_EQ(categories() + assignments(), before);

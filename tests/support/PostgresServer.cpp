@@ -201,10 +201,12 @@ QByteArray refusalText(const QRegularExpressionMatch& trigger) {
 } // namespace
 
 QByteArray serverText(const QByteArray& native) {
-    static const QRegularExpression refusal(
-        u"CREATE TRIGGER (\\w+) BEFORE (INSERT|UPDATE|DELETE) ON (\"[^\"]+\"|\\w+) (?:WHEN (.*?) )?BEGIN SELECT "
-        "RAISE\\(ABORT, '[^']*'\\); END;?"_s);
+    static const QRegularExpression refusal(u"CREATE TRIGGER (\\w+) BEFORE (INSERT|UPDATE(?: OF \"[^\"]+\")?|DELETE) "
+                                            u"ON (\"[^\"]+\"|\\w+) (?:WHEN (.*?) )?BEGIN SELECT "
+                                            "RAISE\\(ABORT, '[^']*'\\); END;?"_s);
+    static const QRegularExpression bracketed(u"\\[([\\p{L}\\p{N}_-]+)\\]"_s);
     QString text = QString::fromUtf8(native);
+    text.replace(bracketed, u"\"\\1\""_s);
     QByteArray refusals;
     for (auto matches = refusal.globalMatch(text); matches.hasNext();)
         refusals += refusalText(matches.next());
