@@ -24,7 +24,8 @@ public:
     Workspace();
     ~Workspace() override;
 
-    /// Opens an existing file or, by its address, a database on a server. 3024 no such file, 3051 not readable, 3343 or 3049 no database of ours or damaged.
+    /// Opens an existing file or, by its address, a database on a server. 3024 no such file, 3051 not readable, 3343 or
+    /// 3049 no database of ours or damaged.
     mkl::Ref<Database> OpenDatabase(const QString& name, const OpenOptions& options = {});
     /// Makes a new, empty file and opens it; 3204 if it exists.
     mkl::Ref<Database> CreateDatabase(const QString& name);
