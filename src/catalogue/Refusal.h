@@ -6,6 +6,7 @@ namespace mkl {
 
 /// Numbers of the run-time errors that the catalogue folder raises by itself.
 namespace refusal {
+inline constexpr Long Internal = 3000;
 inline constexpr Long Missing = 3011; ///< table, column or program
 inline constexpr Long DoubledKey = 3022;
 inline constexpr Long NoFile = 3024;
@@ -15,6 +16,7 @@ inline constexpr Long NullKey = 3058;
 inline constexpr Long Cancelled = 3059;
 inline constexpr Long ChangedByAnother = 3197;
 inline constexpr Long Exists = 3204;
+inline constexpr Long NotOffered = 3251;
 inline constexpr Long ForeignFile = 3343;
 inline constexpr Long WrongType = 3421;
 } // namespace refusal

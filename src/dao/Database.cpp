@@ -206,6 +206,18 @@ void Database::executeNative(const QString& statements) {
     d_->refreshSchema();
 }
 
+QList<QStringList> Database::queryNative(const QString& query, int columns) {
+    RowStore found;
+    d_->opened().prepare(query.toUtf8(), Access::Internal)->read({}, found);
+    QList<QStringList> rows;
+    for (qsizetype row = 0; row < found.size(); ++row) {
+        rows.append(QStringList());
+        for (int column = 0; column < columns; ++column)
+            rows.last().append(QString::fromUtf8(found.text(row, column).value_or(QByteArrayView())));
+    }
+    return rows;
+}
+
 void Database::createTable(const TableDefinition& table) {
     Connection& connection = d_->opened();
     connection.requireWritable();

@@ -60,6 +60,8 @@ public:
 
     /// Runs statements in the engine's own language, untranslated: tables and settings of a new file.
     void executeNative(const QString& statements);
+    /// The rows of a query in the engine's own language, that many texts in each; Null is an empty one.
+    QList<QStringList> queryNative(const QString& query, int columns = 1);
     /// Makes a table without its indexes, for filling it first. 3010 where there is one of that name.
     void createTable(const TableDefinition& table);
     /// Makes the indexes of such a table; 3022 where its rows are in the way.
