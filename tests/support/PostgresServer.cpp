@@ -1,6 +1,7 @@
 #include "support/PostgresServer.h"
 
 #include <QCoreApplication>
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
 #include <QProcess>
@@ -87,6 +88,7 @@ bool testsOnServer() {
 
 struct PostgresServer::Data {
     QTemporaryDir folder{u"/tmp/mklpgXXXXXX"_s};
+    QStringList settings;
     QProcess server;
     QStringList free;
     int made = 0;
@@ -102,8 +104,9 @@ std::function<void(const QString&)>& PostgresServer::preparation() {
     return prepare;
 }
 
-PostgresServer::PostgresServer()
+PostgresServer::PostgresServer(const QStringList& settings)
     : d_(std::make_unique<Data>()) {
+    d_->settings = settings;
     if (geteuid() == 0) runToEnd({u"chown"_s, QString::fromLatin1(serverUser), d_->folder.path()});
     runToEnd(asServerUser({binary(u"initdb"_s), u"-D"_s, d_->folder.filePath(u"data"_s), u"-U"_s, u"mkl"_s,
                            u"--auth-local=trust"_s, u"--auth-host=reject"_s, u"--no-sync"_s, u"-E"_s, u"UTF8"_s,
@@ -116,17 +119,35 @@ PostgresServer::~PostgresServer() {
     if (geteuid() == 0) QProcess::execute(u"rm"_s, {u"-rf"_s, d_->folder.path()});
 }
 
+void PostgresServer::launch() {
+    QStringList settings{u"listen_addresses="_s,
+                         u"unix_socket_directories="_s + d_->folder.path(),
+                         u"fsync=off"_s,
+                         u"shared_buffers=32MB"_s,
+                         u"max_connections=100"_s,
+                         u"autovacuum=off"_s,
+                         u"log_min_messages=fatal"_s};
+    QStringList command{binary(u"postgres"_s), u"-D"_s, d_->folder.filePath(u"data"_s)};
+    for (const QString& setting : settings + d_->settings)
+        command += {u"-c"_s, setting};
+    run(d_->server, asServerUser(command));
+}
+
 void PostgresServer::start() {
-    QStringList settings;
-    for (const QString& setting :
-         {u"listen_addresses="_s, u"unix_socket_directories="_s + d_->folder.path(), u"fsync=off"_s,
-          u"shared_buffers=32MB"_s, u"max_connections=100"_s, u"autovacuum=off"_s, u"log_min_messages=fatal"_s})
-        settings += {u"-c"_s, setting};
-    run(d_->server,
-        asServerUser(QStringList{binary(u"postgres"_s), u"-D"_s, d_->folder.filePath(u"data"_s)} + settings));
+    launch();
     const QByteArray url = urlOf("postgres").toUtf8();
-    while (PQping(url.constData()) != PQPING_OK)
-        if (d_->server.waitForFinished(10)) throw std::runtime_error(d_->server.readAll().toStdString());
+    QDeadlineTimer patient(patience);
+    while (PQping(url.constData()) != PQPING_OK) {
+        if (!d_->server.waitForFinished(10)) continue;
+        // After a kill the last of its processes may still hold the memory that they shared.
+        if (patient.hasExpired()) throw std::runtime_error(d_->server.readAll().toStdString());
+        launch();
+    }
+}
+
+void PostgresServer::kill() {
+    d_->server.kill();
+    d_->server.waitForFinished(patience);
 }
 
 void PostgresServer::stop() {

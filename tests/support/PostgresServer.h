@@ -2,7 +2,7 @@
 // A server of this test program alone, in a temporary folder and behind a socket there; made when it is first asked
 // for and gone with the program, however that ends.
 #include <QByteArray>
-#include <QString>
+#include <QStringList>
 #include <functional>
 #include <memory>
 
@@ -14,6 +14,8 @@ bool testsOnServer();
 class PostgresServer {
 public:
     static PostgresServer& instance();
+    /// One more server beside that one, with settings of its own ("name=value").
+    explicit PostgresServer(const QStringList& settings = {});
     ~PostgresServer();
 
     /// An empty database; its address.
@@ -24,12 +26,15 @@ public:
 
     void stop();
     void start();
+    /// Ends it on the spot, as a failing machine does.
+    void kill();
 
     /// Done once with each new database.
     static std::function<void(const QString& url)>& preparation();
 
 private:
-    PostgresServer();
+    void launch();
+
     struct Data;
     std::unique_ptr<Data> d_;
 };

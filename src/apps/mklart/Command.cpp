@@ -90,7 +90,11 @@ const QList<Command>& commands() {
         {u"replica"_s,
          TextId::ToolSummaryReplica,
          {{u"ACTION"_s, TextId::ToolHelpReplicaAction}, catalogue, {u"DIGIT"_s, TextId::ToolHelpDigit, false}},
-         {json},
+         {{u"digit"_s, u"N"_s, TextId::ToolHelpInitDigit},
+          {u"peer"_s, u"URL"_s, TextId::ToolHelpPeer},
+          {u"address"_s, u"URL"_s, TextId::ToolHelpAddress},
+          {u"same-rows"_s, {}, TextId::ToolHelpSameRows},
+          json},
          runReplica,
          TextId::ToolNotesReplica},
         {u"sql"_s,
@@ -130,7 +134,7 @@ Invocation::Invocation(const Command& command, const QStringList& arguments)
     if (!understood) refuse(text(TextId::ToolOptionNoValue));
     arguments_ = parser.positionalArguments();
     for (const Option& option : command.options)
-        if (parser.isSet(option.name)) values_.insert(option.name, parser.value(option.name));
+        if (parser.isSet(option.name)) values_.insert(option.name, parser.values(option.name));
     checkArguments();
 }
 

@@ -50,7 +50,9 @@ public:
     /// Empty where it was not given.
     QString argument(int index) const { return arguments_.value(index); }
     bool has(const QString& option) const { return values_.contains(option); }
-    QString value(const QString& option) const { return values_.value(option); }
+    QString value(const QString& option) const { return values_.value(option).value(0); }
+    /// Of an option that may be given several times.
+    QStringList values(const QString& option) const { return values_.value(option); }
     /// The option's value as a number; ends the program where it is none.
     Long number(const QString& option, Long fallback, Long lowest, Long highest) const;
     /// Ends the program as a wrong call does, with the message and status 2.
@@ -61,7 +63,7 @@ private:
 
     const Command& command_;
     QStringList arguments_;
-    QHash<QString, QString> values_;
+    QHash<QString, QStringList> values_;
 };
 
 /// Puts --language or the locale into force and takes the option out of the arguments.
