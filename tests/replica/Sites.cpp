@@ -64,7 +64,9 @@ Sites::Sites(int count, const QStringList& statements, const QStringList& settin
     sites_[0]->execute(statements);
     for (int round = 0; round < 2; ++round)
         for (int i = 0; i < count; ++i) {
-            ReplicationOptions options{i + 1, sites_[i]->url()};
+            ReplicationOptions options;
+            options.digit = i + 1;
+            options.address = sites_[i]->url();
             for (int peer = 0; peer < (round == 0 ? i : count); ++peer)
                 if (peer != i) options.peers.append(sites_[peer]->url());
             prepareReplication(*sites_[i]->open(), options);
