@@ -19,7 +19,8 @@ const QStringList replicating = {u"shared_preload_libraries=pglogical"_s,
                                  u"max_replication_slots=8"_s,
                                  u"max_wal_senders=8"_s,
                                  u"pglogical.conflict_resolution=last_update_wins"_s,
-                                 u"wal_retrieve_retry_interval=200ms"_s};
+                                 u"wal_retrieve_retry_interval=200ms"_s,
+                                 u"wal_receiver_status_interval=1s"_s};
 
 } // namespace
 
