@@ -25,7 +25,7 @@ void requireServer(const dao::Database& database) {
 
 void requireSettings(const ReplicationSql& sql) {
     const QStringList missing = sql.missingSettings();
-    if (!missing.isEmpty()) refuse(refusal::Internal, TextId::ReplicationSettings, {missing.join(u'\n')});
+    if (!missing.isEmpty()) refuse(refusal::Internal, TextId::ReplicationSettings, {missing.join(u"; "_s)});
 }
 
 /// What must be known of a peer.

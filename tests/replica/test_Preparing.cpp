@@ -149,7 +149,7 @@ TEST(Preparing, aServerWithoutTheSettingsIsTold) {
     const ToolResult result = init(site, 1);
     EXPECT_EQ(result.status, 1);
     EXPECT_TRUE(
-        result.errors.contains(u"track_commit_timestamp = on\npglogical.conflict_resolution = last_update_wins\n"))
+        result.errors.contains(u"track_commit_timestamp = on; pglogical.conflict_resolution = last_update_wins\n"))
         << result.errors.toStdString();
     EXPECT_EQ(site.native(u"SELECT count(*) FROM pg_extension WHERE extname = 'pglogical'"_s), "0");
     EXPECT_EQ(status(site).status, 0);

@@ -46,6 +46,19 @@ QString optionsHelp(const QList<Option>& options) {
     return help;
 }
 
+Command replicaCommand(const Argument& catalogue, const Option& json) {
+    return {u"replica"_s,
+            TextId::ToolSummaryReplica,
+            {{u"ACTION"_s, TextId::ToolHelpReplicaAction}, catalogue, {u"DIGIT"_s, TextId::ToolHelpDigit, false}},
+            {{u"digit"_s, u"N"_s, TextId::ToolHelpInitDigit},
+             {u"peer"_s, u"URL"_s, TextId::ToolHelpPeer},
+             {u"address"_s, u"URL"_s, TextId::ToolHelpAddress},
+             {u"same-rows"_s, {}, TextId::ToolHelpSameRows},
+             json},
+            runReplica,
+            TextId::ToolNotesReplica};
+}
+
 } // namespace
 
 const QList<Command>& commands() {
@@ -87,16 +100,7 @@ const QList<Command>& commands() {
           json},
          runRepair,
          TextId::ToolNotesRepair},
-        {u"replica"_s,
-         TextId::ToolSummaryReplica,
-         {{u"ACTION"_s, TextId::ToolHelpReplicaAction}, catalogue, {u"DIGIT"_s, TextId::ToolHelpDigit, false}},
-         {{u"digit"_s, u"N"_s, TextId::ToolHelpInitDigit},
-          {u"peer"_s, u"URL"_s, TextId::ToolHelpPeer},
-          {u"address"_s, u"URL"_s, TextId::ToolHelpAddress},
-          {u"same-rows"_s, {}, TextId::ToolHelpSameRows},
-          json},
-         runReplica,
-         TextId::ToolNotesReplica},
+        replicaCommand(catalogue, json),
         {u"sql"_s,
          TextId::ToolSummarySql,
          {file, {u"STATEMENT"_s, TextId::ToolHelpStatement}},
