@@ -56,5 +56,7 @@ Result sortLevelRow();
 Result copyRow();
 Result searchRow();
 Result searchPatternRow();
+Result serverPoolRow();
+Result serverTreeRow();
 
 } // namespace bench

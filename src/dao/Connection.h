@@ -115,6 +115,8 @@ public:
     /// Whether a prepared action refuses to run (an internal error) where its tables are others than at its
     /// preparation, so that nobody need ask beforehand.
     virtual bool noticesOldTables() const { return false; }
+    /// Whether a statement costs a way to a server and back, so that many rows in one are worth more than they cost.
+    virtual bool readsAhead() const { return false; }
     virtual QStringList tableNames() const = 0;
     /// What a new row of the table holds by itself; takes the next number of a counter for it.
     virtual ColumnValues initialValues(const jet::Table& table) = 0;

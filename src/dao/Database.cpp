@@ -252,4 +252,8 @@ const PlanCache& Database::planCache() const {
     return *d_->plans;
 }
 
+const std::shared_ptr<PlanCache>& Database::sharedPlans() const {
+    return d_->plans;
+}
+
 } // namespace dao

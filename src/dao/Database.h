@@ -77,6 +77,9 @@ public:
     const PlanCache& planCache() const;
 
 private:
+    friend class Walk;
+    const std::shared_ptr<PlanCache>& sharedPlans() const;
+
     struct Data;
     std::unique_ptr<Data> d_;
 };

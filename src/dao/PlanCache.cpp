@@ -95,6 +95,7 @@ void PlanCache::addKnownFind(const QString& shape) {
 void PlanCache::clear() {
     knownFinds_.clear();
     byShape_.clear();
+    readAhead_.clear();
     dynasets_.clear();
 }
 

@@ -2,6 +2,7 @@
 #include "dao/Columns.h"
 #include "dao/Connection.h"
 #include "dao/LruCache.h"
+#include "dao/ReadAhead.h"
 #include "dao/Substitute.h"
 #include "jet/model/Plan.h"
 #include "jet/syntax/Shape.h"
@@ -41,6 +42,9 @@ public:
     void addKnownFind(const QString& shape);
     void clear();
 
+    ReadAhead& readAhead() { return readAhead_; }
+    const ReadAhead& readAhead() const { return readAhead_; }
+
     /// How often a statement had to be translated since the database was opened.
     qint64 compilations() const { return compilations_; }
     qsizetype size() const { return byShape_.size(); }
@@ -58,6 +62,7 @@ private:
     ByShape<Translation> byShape_{capacity};
     ByShape<DynasetTranslation> dynasets_{capacity};
     QSet<QString> knownFinds_;
+    ReadAhead readAhead_;
     qint64 compilations_ = 0;
 };
 

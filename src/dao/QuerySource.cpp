@@ -28,6 +28,8 @@ QuerySource::Result QuerySource::read(RowStore& rows, qsizetype limit) const {
         const jet::Plan& plan = translation->plan;
         if (plan.kind != jet::StatementKind::Select) mkl::throwError(err::InvalidOperation);
         rows.clear();
+        if (plans_->readAhead().answer(shape, sql_, *connection_, rows))
+            return std::pair(Result{translation->columns, true}, std::shared_ptr<Statement>());
         const bool complete = translation->statement->readSome(parameterValues(plan, shape), rows, limit);
         return std::pair(Result{translation->columns, complete}, translation->statement);
     });

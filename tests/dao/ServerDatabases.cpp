@@ -48,6 +48,7 @@ constexpr mkl::LeftOut leftToFiles[] = {
 constexpr mkl::LeftOut leftToServers[] = {
     {"PostgresConnection.*", "about a server"},
     {"PostgresKey.*", "about a server"},
+    {"ReadAhead.*", "about a server"},
 };
 
 const bool leftOut = mkl::leaveToFiles(leftToFiles) || mkl::leaveToServers(leftToServers);

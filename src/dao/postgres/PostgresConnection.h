@@ -37,6 +37,7 @@ public:
     quint64 changeStamp() const override { return *changes_; }
     quint64 exclusivePeriod() const override { return 0; }
     bool noticesOldTables() const override { return true; }
+    bool readsAhead() const override { return true; }
     bool failsAsAWhole(const QString& /*table*/) override { return true; }
 
     const jet::Schema& schema() const override { return schema_; }
