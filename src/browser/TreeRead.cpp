@@ -3,6 +3,7 @@
 #include "browser/ArtCatBrowserPrivate.h"
 #include "browser/NodeText.h"
 #include "controls/Asker.h"
+#include "dao/Walk.h"
 
 #include <vector>
 
@@ -30,6 +31,7 @@ bool TreeRead::isCurrent() const {
 }
 
 bool TreeRead::run(dao::Recordset& roots) {
+    const dao::Walk walk(*hub_.state.Backend);
     while (!roots.Eof())
         if (!addRoot(roots)) return false;
     return true;

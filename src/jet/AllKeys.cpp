@@ -73,7 +73,7 @@ std::optional<AllKeysPlan> compileForAllKeys(QStringView text, const Schema& sch
     UnknownNames unknown;
     const BoundSelect bound = SelectBinder(*select, schema, unknown).bind();
     unknown.raise();
-    if (bound.isAggregated || !isKeyColumn(*bound.outputs.back().expression)) return {};
+    if (!isKeyColumn(*bound.outputs.back().expression)) return {};
     const Plan written = StatementWriter(target).write(bound);
     if (!written.parameters.isEmpty() || !written.fixedLiterals.isEmpty()) return {};
     plan.native = written.native;

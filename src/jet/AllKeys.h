@@ -17,7 +17,7 @@ struct AllKeysPlan {
 
 /// Of "SELECT … FROM one table WHERE column = literal ORDER BY …" with whole numbers on both sides and no other
 /// literal; nothing for any other statement. The rows of each key are those of the statement, in its order; rows with
-/// Null in the column are left out. Raises what compileStatement() raises.
+/// Null in the column are left out. Raises what compileStatement() raises, and for an aggregate among the outputs.
 std::optional<AllKeysPlan> compileForAllKeys(QStringView text, const Schema& schema, const Target& target);
 
 } // namespace jet

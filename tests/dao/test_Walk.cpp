@@ -10,14 +10,14 @@ namespace dao {
 
 namespace {
 
-// Twenty nodes below 1 to 20, each with as many children as its number tells in the remainder of 4.
+// The roots 1 to 20, each with as many children as the remainder of its number by 4.
 QByteArray forest() {
     QByteArray text = "CREATE TABLE T (Nr INTEGER PRIMARY KEY, Eltern INTEGER, Platz INTEGER, Name TEXT);";
     for (int node = 1; node <= 20; ++node) {
         const QByteArray number = QByteArray::number(node);
         text += "INSERT INTO T VALUES (" + number + ", NULL, " + number + ", 'Wurzel');";
         for (int child = node % 4; child > 0; --child)
-            text += "INSERT INTO T VALUES (" + number + QByteArray::number(10 - child) + ", " + number + ", " +
+            text += "INSERT INTO T VALUES (" + QByteArray::number(1000 + 10 * node + child) + ", " + number + ", " +
                     QByteArray::number(child) + ", 'Ä" + QByteArray::number(child) + "');";
     }
     return text;
@@ -49,17 +49,17 @@ TEST(Walk, ShowsWhatThisConnectionChanges) {
     const OpenedDatabase o(forest());
     const Walk walk(*o.database);
     walkAll(o);
-    EXPECT_EQ(o.errorOfExecute(u"UPDATE T SET Name = 'neu' WHERE Nr = 19"_s), 0);
+    EXPECT_EQ(o.errorOfExecute(u"UPDATE T SET Name = 'neu' WHERE Nr = 1011"_s), 0);
     EXPECT_EQ(o.all(childrenOf(1)), (QStringList{u"neu"_s}));
     o.workspace->BeginTrans();
-    o.database->Execute(u"DELETE FROM T WHERE Nr = 19"_s, dbFailOnError);
+    o.database->Execute(u"DELETE FROM T WHERE Nr = 1011"_s, dbFailOnError);
     EXPECT_EQ(o.all(childrenOf(1)), QStringList());
     o.workspace->Rollback();
     EXPECT_EQ(o.all(childrenOf(1)), (QStringList{u"neu"_s}));
 }
 
 TEST(Walk, FailuresStayWithTheirStatements) {
-    const OpenedDatabase o(forest() + "INSERT INTO T VALUES (1000, 21, 0, 'x');");
+    const OpenedDatabase o(forest() + "INSERT INTO T VALUES (2000, 21, 0, 'x');");
     const Walk walk(*o.database);
     const auto quotients = [](int node) {
         return u"SELECT 1 / Platz FROM T WHERE Eltern = "_s + QString::number(node);
@@ -75,7 +75,7 @@ TEST(Walk, EndsWithTheOutermostOne) {
         const Walk inner(*o.database);
         walkAll(o);
     }
-    o.file.run("UPDATE T SET Name = 'neu' WHERE Nr = 19");
+    o.file.run("UPDATE T SET Name = 'neu' WHERE Nr = 1011");
     EXPECT_EQ(o.all(childrenOf(1)), (QStringList{u"neu"_s}));
 }
 
