@@ -82,6 +82,8 @@ public:
 
     // Bare commands, for Transaction alone.
     virtual void begin() = 0;
+    /// For the transaction of one action alone, which needs no lock beyond its own.
+    virtual void beginSingle() { begin(); }
     virtual void commit() = 0;
     virtual void rollback() = 0;
     virtual void savepoint(const QByteArray& name) = 0;
@@ -103,6 +105,8 @@ public:
     virtual bool takeChangedByOthers() { return false; }
     /// Whether the server is known to be out of reach. Costs no round trip; the next statement tries anew.
     virtual bool isLost() const { return false; }
+    /// Whether what goes to a server and comes from it is encrypted.
+    virtual bool isEncrypted() const { return false; }
     /// Numbers the periods in which no other program can change anything, such as a transaction that holds the only
     /// lock for writing; 0 outside of them.
     virtual quint64 exclusivePeriod() const = 0;

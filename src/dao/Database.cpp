@@ -184,6 +184,10 @@ bool Database::takeChangedByOthers() {
     return isOpen() && d_->connection->takeChangedByOthers();
 }
 
+bool Database::isEncrypted() const {
+    return isOpen() && d_->connection->isEncrypted();
+}
+
 bool Database::isLost() const {
     return isOpen() && d_->connection->isLost();
 }

@@ -52,6 +52,8 @@ public:
     bool takeChangedByOthers();
     /// Whether the server is known to be out of reach; every statement tries anew to reach it. Never for a file.
     bool isLost() const;
+    /// Whether what goes to the server and comes from it is encrypted. Never for a file.
+    bool isEncrypted() const;
 
     /// Names of the user's tables in the order of the file.
     QStringList tableNames() const;

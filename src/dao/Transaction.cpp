@@ -14,6 +14,12 @@ void Transaction::begin() {
     ++depth_;
 }
 
+void Transaction::beginSingle() {
+    if (depth_ > 0) return begin();
+    connection_.beginSingle();
+    ++depth_;
+}
+
 void Transaction::commit() {
     if (depth_ == 0) mkl::throwError(err::NoTransaction);
     requireSound();

@@ -14,7 +14,8 @@ public:
         : connection_(connection) {}
 
     void begin();
-    void commit();   ///< 3034 without a transaction, 3246 if it is doomed; stays open where it fails
+    void beginSingle(); ///< the same for one action alone
+    void commit();        ///< 3034 without a transaction, 3246 if it is doomed; stays open where it fails
     void rollback(); ///< 3034 without a transaction
     int depth() const { return depth_; }
     bool isDoomed() const;
@@ -24,7 +25,7 @@ public:
     /// Runs the action in a level of its own and undoes that where it fails.
     template<class Action>
     void atomically(Action&& action) {
-        begin();
+        beginSingle();
         try {
             action();
             commit();

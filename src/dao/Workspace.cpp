@@ -3,6 +3,7 @@
 #include "base/Texts.h"
 #include "dao/Connection.h"
 #include "dao/Errors.h"
+#include "dao/ServerAddress.h"
 #include "dao/WorkspaceNotifier.h"
 #include "dao/postgres/PostgresServer.h"
 #include "dao/sqlite/SqliteFile.h"
@@ -54,7 +55,7 @@ namespace {
 
 // The one place that chooses the engine.
 std::shared_ptr<Connection> openConnection(const QString& name, const OpenOptions& options) {
-    return isPostgresUrl(name) ? openPostgres(name, options) : openSqlite(name, options);
+    return isServerAddress(name) ? openPostgres(name, options) : openSqlite(name, options);
 }
 
 } // namespace

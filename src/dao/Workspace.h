@@ -15,6 +15,7 @@ struct OpenOptions {
     bool readOnly = false;
     int busyTimeoutMilliseconds = 5000; ///< how long to wait for another program's lock; see Workspace too
     QByteArray vfs = {};                ///< file layer of the engine by name; empty for its default
+    QString password = {};              ///< for a server; kept in memory alone, to connect again after a loss
 };
 
 /// Holds the transactions of the databases that were opened through it. BeginTrans nests. What is not committed when
@@ -24,8 +25,9 @@ public:
     Workspace();
     ~Workspace() override;
 
-    /// Opens an existing file or, by its address, a database on a server. 3024 no such file, 3051 not readable, 3343 or
-    /// 3049 no database of ours or damaged.
+    /// Opens an existing file. 3024 no such file, 3051 not readable, 3343 or 3049 no database of ours or damaged.
+    /// Or a database on a server (see ServerAddress.h): 3024 no such database, 3029 the user is not let in, 3031 wrong
+    /// password, 3148 a password is needed, 3151 no server there, 3005 or 3147 not an address to be used.
     mkl::Ref<Database> OpenDatabase(const QString& name, const OpenOptions& options = {});
     /// Makes a new, empty file and opens it; 3204 if it exists.
     mkl::Ref<Database> CreateDatabase(const QString& name);

@@ -18,11 +18,10 @@ constexpr mkl::LeftOut leftToFiles[] = {
     {"SearchCopy.WhatADeletionTakesAlongIsSeen", "the deletion comes from a trigger written in the words of a file"},
     {"DynasetPlan.*", "compares the native texts for a file"},
     {"ExclusivePeriod.*", "only a file can be locked against all others"},
-    {"Locks.*", "a file is locked as a whole, a server locks rows"},
-    {"Transaction.ALockOfAnotherProgramShowsAtTheBegin", "a file is locked as a whole, a server locks rows"},
-    {"Transaction.BeginFailsForAllDatabasesOrNone", "a file is locked as a whole, a server locks rows"},
-    {"Workspace.BeginTakesTheLockBeforeTheFirstRow", "a file is locked as a whole, a server locks rows"},
-    {"Workspace.TheBusyTimeoutCanBeChanged", "a file is locked as a whole, a server locks rows"},
+    {"Locks.A*", "a single action meets the locks of rows alone; see PostgresLock"},
+    {"Locks.TheErrorSaysWhatToDo", "a single action meets the locks of rows alone; see PostgresLock"},
+    {"Transaction.ALockOfAnotherProgramShowsAtTheBegin", "a single action meets the locks of rows alone"},
+    {"Workspace.TheBusyTimeoutCanBeChanged", "a single action meets the locks of rows alone"},
     {"LargeSnapshot.LeavesNoReadLockBehind", "a file is locked as a whole, a server locks rows"},
     {"LocalNumber.OthersSeeItAtOnceOrWithTheCommit", "needs a file whose readers do not wait"},
     {"FindInATable.*", "counts the steps of the engine for files"},
@@ -46,8 +45,7 @@ constexpr mkl::LeftOut leftToFiles[] = {
 };
 
 constexpr mkl::LeftOut leftToServers[] = {
-    {"PostgresConnection.*", "about a server"},
-    {"PostgresKey.*", "about a server"},
+    {"Postgres*.*", "about a server"},
     {"ReadAhead.*", "about a server"},
 };
 

@@ -28,7 +28,8 @@ PostgresConnection::PostgresConnection(std::shared_ptr<PostgresSession> session,
 
 void PostgresConnection::applySettings() {
     session_->script("SET search_path = public, mkl; SET client_encoding = 'UTF8'; SET TimeZone = 'UTC'; "
-                     "SET client_min_messages = warning; SET bytea_output = 'hex'; SET DateStyle = 'ISO, YMD'");
+                     "SET client_min_messages = warning; SET bytea_output = 'hex'; SET DateStyle = 'ISO, YMD'; "
+                     "LISTEN mkl_changed");
     session_->script(QByteArray("SET default_transaction_read_only = ") + (readOnly_ ? "on" : "off"));
     setBusyTimeout(busyTimeout_);
 }
@@ -36,6 +37,7 @@ void PostgresConnection::applySettings() {
 // The server takes 0 for waiting without end.
 void PostgresConnection::setBusyTimeout(int milliseconds) {
     session_->script("SET lock_timeout = " + QByteArray::number(std::max(1, milliseconds)));
+    session_->setPatience(milliseconds);
     busyTimeout_ = milliseconds;
 }
 
@@ -100,8 +102,9 @@ QByteArray PostgresConnection::leavingOutFailedRows(const QByteArray& native) co
     return native.startsWith("INSERT ") ? native + " ON CONFLICT DO NOTHING" : native;
 }
 
+// Where nothing may be written there is nobody to keep away.
 void PostgresConnection::begin() {
-    session_->begin();
+    readOnly_ ? session_->begin() : session_->beginLocked();
 }
 
 void PostgresConnection::commit() {

@@ -26,6 +26,7 @@ public:
     QByteArray leavingOutFailedRows(const QByteArray& native) const override;
 
     void begin() override;
+    void beginSingle() override { session_->begin(); }
     void commit() override;
     void rollback() override;
     void savepoint(const QByteArray& name) override;
@@ -37,6 +38,9 @@ public:
     quint64 changeStamp() const override { return *changes_; }
     quint64 exclusivePeriod() const override { return 0; }
     bool noticesOldTables() const override { return true; }
+    bool takeChangedByOthers() override { return session_->takeNotices(); }
+    bool isLost() const override { return session_->isLost(); }
+    bool isEncrypted() const override { return session_->isEncrypted(); }
     bool readsAhead() const override { return true; }
     bool failsAsAWhole(const QString& /*table*/) override { return true; }
 

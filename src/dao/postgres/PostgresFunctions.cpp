@@ -1,5 +1,7 @@
 #include "dao/postgres/PostgresFunctions.h"
 
+#include "base/Texts.h"
+#include "dao/Errors.h"
 #include "dao/postgres/PostgresKey.h"
 
 namespace dao {
@@ -7,12 +9,15 @@ namespace dao {
 namespace {
 
 // Raise it with every change of a definition.
-constexpr const char* version = "4";
+constexpr int version = 5;
 
 constexpr const char* beginText = "SELECT pg_advisory_xact_lock(7355608); DROP SCHEMA IF EXISTS mkl_old CASCADE; "
                                   "CREATE SCHEMA IF NOT EXISTS mkl;";
 
+// Types and tables are kept when a later version comes over an older one: columns and indexes rest on them.
 constexpr const char* typesText = R"(
+DO $$ BEGIN
+IF to_regclass('mkl.local') IS NOT NULL THEN RETURN; END IF;
 CREATE DOMAIN mkl.yesno AS smallint;
 CREATE DOMAIN mkl.byte AS smallint CHECK (VALUE BETWEEN 0 AND 255);
 CREATE DOMAIN mkl.currency AS double precision;
@@ -22,6 +27,13 @@ CREATE DOMAIN mkl.blob AS bytea;
 CREATE DOMAIN mkl.variant AS text;
 CREATE TABLE mkl.local (number integer NOT NULL);
 INSERT INTO mkl.local VALUES (0);
+END $$;
+)";
+
+// What opens the database needs no right to make anything in it.
+constexpr const char* rightsText = R"(
+GRANT USAGE ON SCHEMA mkl TO PUBLIC;
+GRANT SELECT ON ALL TABLES IN SCHEMA mkl TO PUBLIC;
 )";
 
 // A run-time error of the dialect, and a question that the server cannot answer.
@@ -136,6 +148,16 @@ BEGIN
  IF n > top THEN PERFORM setval(seq, top); ELSE PERFORM setval(seq, n, false); END IF;
  RETURN NULL;
 END $$;
+CREATE FUNCTION mkl.mkl_notify() RETURNS trigger LANGUAGE plpgsql AS $$
+BEGIN PERFORM pg_notify('mkl_changed', ''); RETURN NULL; END $$;
+CREATE FUNCTION mkl.mkl_notify_changes_of(named regclass) RETURNS void LANGUAGE plpgsql AS $$
+BEGIN
+ EXECUTE format('CREATE TRIGGER mkl_changed AFTER INSERT OR UPDATE OR DELETE OR TRUNCATE ON %s FOR EACH STATEMENT '
+  'EXECUTE FUNCTION mkl.mkl_notify()', named);
+ EXECUTE format('CREATE TRIGGER mkl_applied AFTER INSERT OR UPDATE OR DELETE ON %s FOR EACH ROW '
+  'EXECUTE FUNCTION mkl.mkl_notify()', named);
+ EXECUTE format('ALTER TABLE %s ENABLE REPLICA TRIGGER mkl_applied', named);
+END $$;
 CREATE FUNCTION mkl.mkl_complete_tables() RETURNS void LANGUAGE plpgsql AS $$
 DECLARE t record;
 BEGIN
@@ -150,13 +172,25 @@ BEGIN
   EXECUTE format('CREATE TRIGGER mkl_follow AFTER INSERT ON %s REFERENCING NEW TABLE AS added FOR EACH STATEMENT '
    'EXECUTE FUNCTION mkl.mkl_follow(%L, %L)', t.named, t.counter, mkl.mkl_sequence(t.named::text, t.counter));
  END LOOP;
+ FOR t IN SELECT c.oid::regclass AS named FROM pg_class c WHERE c.relnamespace = 'public'::regnamespace
+  AND c.relkind = 'r' AND NOT EXISTS (SELECT 1 FROM pg_trigger g WHERE g.tgrelid = c.oid AND g.tgname = 'mkl_changed')
+ LOOP
+  PERFORM mkl.mkl_notify_changes_of(t.named);
+ END LOOP;
 END $$;
 )";
 
+// A later version does all that this one asks for.
 bool isInstalled(PostgresSession& session) {
     const PostgresResult found =
         session.script("SELECT obj_description(oid, 'pg_namespace') FROM pg_namespace WHERE nspname = 'mkl'");
-    return PQntuples(found.get()) == 1 && qstrcmp(PQgetvalue(found.get(), 0, 0), version) == 0;
+    return PQntuples(found.get()) == 1 && QByteArray(PQgetvalue(found.get(), 0, 0)).toInt() >= version;
+}
+
+QByteArray definitions() {
+    const QByteArray text = QByteArray(errorsText) + postgresKeyDefinitions() + textText + numbersText + comparisons() +
+                            tablesText;
+    return QByteArray(text).replace("CREATE FUNCTION", "CREATE OR REPLACE FUNCTION");
 }
 
 } // namespace
@@ -165,11 +199,16 @@ void PostgresFunctions::install(PostgresSession& session) {
     if (isInstalled(session)) return;
     session.script("BEGIN");
     try {
-        session.script(beginText);
+        session.script(beginText); // waits for others who install
         if (!isInstalled(session))
-            session.script(QByteArray(typesText) + errorsText + postgresKeyDefinitions() + textText + numbersText +
-                           comparisons() + tablesText + "COMMENT ON SCHEMA mkl IS '" + version + '\'');
+            session.script(typesText + definitions() + rightsText + "COMMENT ON SCHEMA mkl IS '" +
+                           QByteArray::number(version) + '\'');
         session.script("COMMIT");
+    } catch (const mkl::RunTimeError& error) {
+        session.script("ROLLBACK");
+        if (error.number() != err::NotPermitted) throw;
+        throw mkl::RunTimeError(err::NotPermitted, mkl::text(mkl::TextId::ServerNotPrepared, {session.name()}),
+                                error.source());
     } catch (...) {
         session.script("ROLLBACK");
         throw;

@@ -126,9 +126,10 @@ QByteArray characterTables() {
         if (const char32_t folded = QChar::toCaseFolded(c); folded != c)
             cases.append('(' + QByteArray::number(c) + ", " + QByteArray::number(folded) + ')');
     }
-    return "CREATE TABLE mkl.latin (c integer PRIMARY KEY, base bytea, accents bytea);"
-           "CREATE TABLE mkl.kind (c integer PRIMARY KEY, kind integer);"
-           "CREATE TABLE mkl.folding (c integer PRIMARY KEY, folded integer);"
+    return "CREATE TABLE IF NOT EXISTS mkl.latin (c integer PRIMARY KEY, base bytea, accents bytea);"
+           "CREATE TABLE IF NOT EXISTS mkl.kind (c integer PRIMARY KEY, kind integer);"
+           "CREATE TABLE IF NOT EXISTS mkl.folding (c integer PRIMARY KEY, folded integer);"
+           "DELETE FROM mkl.latin; DELETE FROM mkl.kind; DELETE FROM mkl.folding;"
            "INSERT INTO mkl.latin VALUES " +
            latin.join(",") + ";INSERT INTO mkl.kind VALUES " + ranges.join(",") + ";INSERT INTO mkl.folding VALUES " +
            cases.join(",") + ';';

@@ -6,9 +6,6 @@
 
 namespace dao {
 
-/// Whether the name is the address of a database on a server.
-bool isPostgresUrl(const QString& name);
-
 /// Opens a database on a server; errors as of Workspace::OpenDatabase.
 std::shared_ptr<Connection> openPostgres(const QString& url, const OpenOptions& options);
 

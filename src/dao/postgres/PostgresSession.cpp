@@ -1,7 +1,11 @@
 #include "dao/postgres/PostgresSession.h"
 
+#include "base/Texts.h"
 #include "dao/Errors.h"
+#include "dao/postgres/PostgresFaults.h"
 
+#include <QElapsedTimer>
+#include <QThread>
 #include <algorithm>
 
 namespace dao {
@@ -12,6 +16,16 @@ namespace {
 constexpr const char* savepointText = "SAVEPOINT statement";
 constexpr const char* releaseText = "RELEASE statement";
 
+// Both in one round trip. The number is ours; the number of the transaction tells what became of it should the answer to
+// its COMMIT get lost.
+constexpr const char* beginLockedText = "BEGIN; SELECT pg_current_xact_id()::text FROM pg_advisory_xact_lock(7355609)";
+constexpr const char* numberText = "SELECT pg_current_xact_id_if_assigned()::text";
+
+QByteArray numberIn(const PostgresResult& result) {
+    const bool hasNumber = PQntuples(result.get()) == 1 && !PQgetisnull(result.get(), 0, 0);
+    return hasNumber ? QByteArray(PQgetvalue(result.get(), 0, 0)) : QByteArray();
+}
+
 void ignoreNotice(void*, const PGresult*) {}
 
 bool isFailure(const PostgresResult& result) {
@@ -21,18 +35,10 @@ bool isFailure(const PostgresResult& result) {
 
 } // namespace
 
-PostgresSession::PostgresSession(QByteArray url, QString name)
-    : url_(std::move(url))
-    , context_{std::move(name), {}} {
-    connect();
-}
-
-void PostgresSession::connect() {
-    connection_.reset(PQconnectdb(url_.constData()));
-    if (PQstatus(raw()) != CONNECTION_OK) raisePostgresConnectionError(raw(), context_);
+PostgresSession::PostgresSession(const QByteArray& url, const ServerAddress& address, const QString& password)
+    : context_{address.shown, {}}
+    , connection_(connectTo(url, address, password)) {
     PQsetNoticeReceiver(raw(), &ignoreNotice, nullptr);
-    ++generation_;
-    forgotten_.clear();
 }
 
 void PostgresSession::setReconnecting(std::function<bool()> mayReconnect, std::function<void()> reconnected) {
@@ -49,13 +55,28 @@ void PostgresSession::requireConnection() {
     if (PQstatus(raw()) == CONNECTION_OK) return;
     const bool mayReconnect = mayReconnect_ && (begins_ || mayReconnect_());
     if (!mayReconnect) mkl::throwError(err::DiskError, {context_.name});
-    PQreset(raw());
-    if (PQstatus(raw()) != CONNECTION_OK) raisePostgresConnectionError(raw(), context_);
+    const bool begins = std::exchange(begins_, false);
+    reconnect();
+    begins_ = begins;
+}
+
+// Nobody knows what others have changed in between.
+void PostgresSession::reconnect() {
+    if (!connectAnew(raw())) raisePostgresConnectionError(raw(), context_);
     ++generation_;
     forgotten_.clear();
-    const bool begins = std::exchange(begins_, false);
+    noticed_ = true;
     reconnected_();
-    begins_ = begins;
+}
+
+bool PostgresSession::takeNotices() {
+    if (!isOpen()) return false;
+    PQconsumeInput(raw());
+    while (PGnotify* const notice = PQnotifies(raw())) {
+        noticed_ = noticed_ || notice->be_pid != PQbackendPID(raw());
+        PQfreemem(notice);
+    }
+    return std::exchange(noticed_, false);
 }
 
 int PostgresSession::connectedGeneration() {
@@ -72,14 +93,19 @@ PostgresResult PostgresSession::checked(PGresult* result) {
 PostgresResult PostgresSession::script(const QByteArray& native) {
     requireConnection();
     sendBegin();
-    return checked(PQexec(raw(), native.constData()));
+    return checked(asked(native).release());
+}
+
+PostgresResult PostgresSession::asked(const QByteArray& native) {
+    const QByteArray fault = passFaultPoint(raw(), native);
+    return PostgresResult(PQexec(raw(), fault.isEmpty() ? native.constData() : fault.constData()));
 }
 
 PostgresResult PostgresSession::savedScript(const QByteArray& native) {
     requireConnection();
     if (!inTransaction()) return script(native);
     script(savepointText);
-    PostgresResult result(PQexec(raw(), native.constData()));
+    PostgresResult result = asked(native);
     if (PQtransactionStatus(raw()) == PQTRANS_INERROR)
         undoFailed(false);
     else
@@ -127,10 +153,11 @@ void PostgresSession::prepareGuards(const PostgresGuards& guards) {
     }
 }
 
-PostgresResult PostgresSession::run(const QByteArray& statement, const PostgresValues& values,
+PostgresResult PostgresSession::run(const PostgresCall& call, const PostgresValues& values,
                                     const PostgresGuards& guards, const PostgresRowSink& sink) {
     requireConnection();
     prepareGuards(guards);
+    const QByteArray fault = passFaultPoint(raw(), call.native);
     const bool begins = std::exchange(begins_, false), saved = !begins && isInTransaction();
     std::vector<PostgresResult> results;
     size_t own = 0;
@@ -145,8 +172,9 @@ PostgresResult PostgresSession::run(const QByteArray& statement, const PostgresV
             pipeline.sendPrepared(guard->statement, {});
         own = pipeline.size();
         if (sink) pipeline.streamNext(sink);
-        pipeline.sendPrepared(statement, values);
+        fault.isEmpty() ? pipeline.sendPrepared(call.statement, values) : pipeline.send(fault.constData());
         if (saved) pipeline.send(releaseText);
+        if (begins) pipeline.send(numberText);
         results = pipeline.results();
     } catch (...) {
         undo();
@@ -157,12 +185,22 @@ PostgresResult PostgresSession::run(const QByteArray& statement, const PostgresV
     const auto guarded = std::span(results).first(own).last(guards.size());
     const bool isLost = PQstatus(raw()) != CONNECTION_OK;
     if (!isLost && std::ranges::any_of(guarded, &isFailure)) return nullptr;
+    if (begins && results.size() > own + 1) transactionNumber_ = numberIn(results[own + 1]);
     return checked(results[own].release());
 }
 
 void PostgresSession::begin() {
     requireConnection();
     begins_ = true;
+    transactionNumber_.clear();
+}
+
+void PostgresSession::beginLocked() {
+    requireConnection();
+    const PostgresResult begun = asked(beginLockedText);
+    if (isFailure(begun) && isInTransaction()) PQclear(PQexec(raw(), "ROLLBACK"));
+    if (isFailure(begun)) raisePostgresError(raw(), begun.get(), context_);
+    transactionNumber_ = numberIn(begun);
 }
 
 void PostgresSession::sendBegin() {
@@ -177,8 +215,33 @@ void PostgresSession::savepoint(const QByteArray& name) {
 
 void PostgresSession::commit() {
     if (std::exchange(begins_, false)) return; // nothing was done in it
-    const PostgresResult result = script("COMMIT");
-    if (qstrcmp(PQcmdStatus(result.get()), "COMMIT") != 0) mkl::throwError(err::TransactionGivenUp);
+    if (isLost()) mkl::throwError(err::DiskError, {context_.name});
+    PostgresResult result = asked("COMMIT");
+    if (isLost()) {
+        if (!isCommitted()) mkl::throwError(err::DiskError, {context_.name});
+        return;
+    }
+    if (qstrcmp(PQcmdStatus(checked(result.release()).get()), "COMMIT") != 0)
+        mkl::throwError(err::TransactionGivenUp);
+}
+
+// The server may still be busy with it, or be just coming up again.
+bool PostgresSession::isCommitted() {
+    constexpr int pause = 50;
+    const QByteArray question = "SELECT pg_xact_status('" + transactionNumber_ + "'::xid8)";
+    QElapsedTimer timer;
+    timer.start();
+    for (; !transactionNumber_.isEmpty() && timer.elapsed() < patience_; QThread::msleep(pause)) {
+        try {
+            if (isLost()) reconnect();
+            const PostgresResult status = checked(PQexec(raw(), question.constData()));
+            const QByteArray answer = PQgetvalue(status.get(), 0, 0);
+            if (answer == "committed" || answer == "aborted") return answer == "committed";
+        } catch (const mkl::RunTimeError&) {
+            if (!isLost()) throw;
+        }
+    }
+    throw mkl::RunTimeError(err::DiskError, mkl::text(mkl::TextId::CommitUnknown));
 }
 
 void PostgresSession::rollback() {

@@ -143,11 +143,11 @@ PostgresResult PostgresStatement::runPrepared(const PostgresValues& values, cons
 
 PostgresResult PostgresStatement::runOrFollow(const PostgresValues& values, const PostgresRowSink& sink) {
     try {
-        return session_->run(name_, values, guards_, sink);
+        return session_->run({name_, native_}, values, guards_, sink);
     } catch (const mkl::RunTimeError& error) {
         const bool mayFollow = error.number() == err::DuplicateKey && native_.startsWith("INSERT INTO ");
         if (!mayFollow || !catchUp()) throw;
-        return session_->run(name_, values, guards_, sink);
+        return session_->run({name_, native_}, values, guards_, sink);
     }
 }
 

@@ -1,0 +1,17 @@
+#pragma once
+#include <QByteArray>
+#include <libpq-fe.h>
+
+namespace dao {
+
+/// A point where a test may let a statement fail (see FaultPoints): what is to be sent in its place, empty for the
+/// statement itself. A lost connection is really lost then.
+#ifdef MKL_FAULT_POINTS
+QByteArray passFaultPoint(PGconn* connection, const QByteArray& native);
+#else
+inline QByteArray passFaultPoint(PGconn* /*connection*/, const QByteArray& /*native*/) {
+    return {};
+}
+#endif
+
+} // namespace dao
