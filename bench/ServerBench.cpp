@@ -35,8 +35,7 @@ std::vector<Article> readRaw(const ServerConnection& raw) {
               active = columnOf(*rows, "Aktiv");
     std::vector<Article> articles;
     for (int row = 0; row < PQntuples(rows.get()); ++row)
-        articles.push_back(
-            {integerAt(*rows, row, key), textAt(*rows, row, name), integerAt(*rows, row, active) != 0});
+        articles.push_back({integerAt(*rows, row, key), textAt(*rows, row, name), integerAt(*rows, row, active) != 0});
     return articles;
 }
 
@@ -83,7 +82,8 @@ void walk(dao::Database& database, int parent, const QString& criterion, std::ve
         u"SELECT * FROM [ARTIKEL/KATEGORIEN] WHERE "_s + criterion + u" ORDER BY [Order];"_s, dao::dbOpenForwardOnly);
     for (; !rows->Eof(); rows->MoveNext()) {
         const int key = rows->value(u"Kategorie-Schlüssel").toLong();
-        nodes.push_back({key, parent, nodeText(rows->value(u"Order").toLong(), rows->value(u"Kategoriename").toText())});
+        nodes.push_back(
+            {key, parent, nodeText(rows->value(u"Order").toLong(), rows->value(u"Kategoriename").toText())});
         walk(database, key, u"[Parent]="_s + QString::number(key), nodes);
     }
 }

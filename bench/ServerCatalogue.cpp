@@ -14,7 +14,8 @@ namespace {
 
 constexpr const char* tablesText =
     "CREATE TABLE \"ARTIKEL\" (\"Artikel-Schlüssel\" integer PRIMARY KEY, \"Artikelname\" varchar(255), "
-    "\"EigeneArtikelnummer\" varchar(50), \"Aktiv\" yesno, \"Absender-Schlüssel\" integer, \"LetzteÄnderung\" datetime);"
+    "\"EigeneArtikelnummer\" varchar(50), \"Aktiv\" yesno, \"Absender-Schlüssel\" integer, \"LetzteÄnderung\" "
+    "datetime);"
     "CREATE TABLE \"ARTIKEL/KATEGORIEN\" (\"Kategorie-Schlüssel\" integer PRIMARY KEY, \"Absender-Schlüssel\" integer, "
     "\"Kategoriename\" varchar(255), \"Bezeichnung\" varchar(255), \"LetzteÄnderung\" datetime, \"Parent\" integer, "
     "\"Order\" integer, \"Aktiv\" yesno);"
@@ -25,9 +26,11 @@ constexpr const char* tablesText =
     "CREATE INDEX articles ON \"ARTKAT\" (\"Artikel-Schlüssel\");";
 
 QByteArray rowsText(int articles, int categories) {
-    return u"INSERT INTO \"ARTIKEL\" SELECT n, 'Sechskantschraube M' || n % 97 || ' x ' || n, 'A-' || n, -(n % 7 <> 0)::int, "
+    return u"INSERT INTO \"ARTIKEL\" SELECT n, 'Sechskantschraube M' || n % 97 || ' x ' || n, 'A-' || n, -(n % 7 <> "
+           u"0)::int, "
            "1, '2026-11-21 12:00:00' FROM generate_series(1, %1) n;"
-           "INSERT INTO \"ARTIKEL/KATEGORIEN\" SELECT n * 10, 1, 'Kategorie ' || n, 'Kategorie', '2026-11-21 12:00:00', "
+           "INSERT INTO \"ARTIKEL/KATEGORIEN\" SELECT n * 10, 1, 'Kategorie ' || n, 'Kategorie', '2026-11-21 "
+           "12:00:00', "
            "nullif((n - 1) / 10, 0) * 10, (n - 1) % 10 + 1, -1 FROM generate_series(1, %2) n"_s.arg(articles)
                .arg(categories)
                .toUtf8();

@@ -35,7 +35,8 @@ int columnOf(const PGresult& result, const char* name);
 
 class ServerCatalogue {
 public:
-    /// Articles, a forest in which each category but the first ones has ten below it, and a category of so many positions.
+    /// Articles, a forest in which each category but the first ones has ten below it, and a category of so many
+    /// positions.
     ServerCatalogue(int articles, int categories, int positions);
     ~ServerCatalogue();
     Q_DISABLE_COPY_MOVE(ServerCatalogue)

@@ -38,8 +38,8 @@ const std::vector<Row>& rows() {
         {u"scroll"_s, scrollRow},     {u"renumber"_s, renumberRow},  {u"move"_s, moveRow},
         {u"add"_s, addRow},           {u"drop"_s, dropRow},          {u"deltree"_s, deleteTreeRow},
         {u"level"_s, sortLevelRow},   {u"search"_s, searchRow},      {u"searchlike"_s, searchPatternRow},
-        {u"copy"_s, copyRow},         {u"drag"_s, dragRow},
-        {u"srvpool"_s, serverPoolRow}, {u"srvtree"_s, serverTreeRow}};
+        {u"copy"_s, copyRow},         {u"drag"_s, dragRow},          {u"srvpool"_s, serverPoolRow},
+        {u"srvtree"_s, serverTreeRow}};
     return all;
 }
 

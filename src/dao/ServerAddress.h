@@ -9,7 +9,7 @@ bool isServerAddress(const QString& name);
 
 /// What an address says, or the environment (PGHOST, PGUSER …) in its place.
 struct ServerAddress {
-    QString host;     ///< a name, an IP address or the folder of a socket; empty for the socket of this machine
+    QString host; ///< a name, an IP address or the folder of a socket; empty for the socket of this machine
     QString port;
     QString database;
     QString user;

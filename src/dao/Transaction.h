@@ -15,8 +15,8 @@ public:
 
     void begin();
     void beginSingle(); ///< the same for one action alone
-    void commit();        ///< 3034 without a transaction, 3246 if it is doomed; stays open where it fails
-    void rollback(); ///< 3034 without a transaction
+    void commit();      ///< 3034 without a transaction, 3246 if it is doomed; stays open where it fails
+    void rollback();    ///< 3034 without a transaction
     int depth() const { return depth_; }
     bool isDoomed() const;
     /// 3246 if it is doomed.

@@ -15,9 +15,8 @@ ExpressionPtr nameAgain(const Expression& name) {
 }
 
 bool isPlain(const SelectStatement& select) {
-    const bool isOneTable =
-        select.from.size() == 1 && std::holds_alternative<TableSource>(select.from.front()->node) &&
-        !std::get<TableSource>(select.from.front()->node).derived;
+    const bool isOneTable = select.from.size() == 1 && std::holds_alternative<TableSource>(select.from.front()->node) &&
+                            !std::get<TableSource>(select.from.front()->node).derived;
     const bool isGrouped = !select.groupBy.empty() || select.having;
     const bool isShort = select.distinct || select.distinctRow || select.top;
     return isOneTable && !isGrouped && !isShort && select.unions.empty() && select.into.isEmpty();

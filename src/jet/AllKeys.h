@@ -10,8 +10,9 @@ namespace jet {
 class Target;
 
 struct AllKeysPlan {
-    QByteArray native; ///< UTF-8; its rows bear their key behind the outputs of the statement, the rows of a key together
-    Parameter key;     ///< the literal that stands for the one key
+    QByteArray
+        native;    ///< UTF-8; its rows bear their key behind the outputs of the statement, the rows of a key together
+    Parameter key; ///< the literal that stands for the one key
     QList<ColumnType> outputs; ///< types of the columns before the key
 };
 

@@ -8,6 +8,7 @@ namespace {
 
 constexpr mkl::LeftOut leftToFiles[] = {
     {"Authorizer.*", "what statements may do in a file; a server has rights of its own"},
+    {"ChangedByOthers.*", "a server tells it a moment later; see PostgresNotices"},
     {"ChangedByOthersInAFile.*", "locks, journals and damage of a file"},
     {"CreateDatabase.*", "files are made; databases of a server are made by its owner"},
     {"SqliteSchema.*", "reads the tables of a file"},

@@ -35,19 +35,26 @@ TEST(AllKeys, KnowsTheLiteralOfTheKeyAndTheTypesBeforeIt) {
 }
 
 TEST(AllKeys, LeavesOtherStatementsAlone) {
-    for (const QString& text :
-         {u"SELECT txt FROM TYPEN"_s, u"SELECT txt FROM TYPEN WHERE lng > 17"_s,
-          u"SELECT txt FROM TYPEN WHERE lng = 17 AND yn"_s, u"SELECT txt FROM TYPEN WHERE lng Is Null"_s,
-          u"SELECT txt FROM TYPEN WHERE dbl = 17"_s, u"SELECT txt FROM TYPEN WHERE yn = 1"_s,
-          u"SELECT txt FROM TYPEN WHERE lng = 1.5"_s, u"SELECT txt FROM TYPEN WHERE lng = '17'"_s,
-          u"SELECT txt FROM TYPEN WHERE lng = dbl"_s, u"SELECT txt FROM TYPEN WHERE lng + 1 = 17"_s,
-          u"SELECT TOP 2 txt FROM TYPEN WHERE lng = 17"_s, u"SELECT DISTINCT txt FROM TYPEN WHERE lng = 17"_s,
-          u"SELECT txt FROM TYPEN WHERE lng = 17 GROUP BY txt"_s,
-          u"SELECT txt & 'x' FROM TYPEN WHERE lng = 17"_s, u"SELECT txt FROM TYPEN WHERE lng = 17 ORDER BY 1"_s,
-          u"SELECT txt FROM TYPEN WHERE lng = 17 UNION SELECT txt FROM TYPEN"_s,
-          u"SELECT A.txt FROM TYPEN AS A, TYPEN AS B WHERE A.lng = 17"_s,
-          u"SELECT txt FROM (SELECT txt, lng FROM TYPEN) AS A WHERE lng = 17"_s,
-          u"SELECT dbl + 1 AS lng FROM TYPEN WHERE lng = 17"_s, u"DELETE FROM TYPEN WHERE lng = 17"_s})
+    for (const QString& text : {u"SELECT txt FROM TYPEN"_s,
+                                u"SELECT txt FROM TYPEN WHERE lng > 17"_s,
+                                u"SELECT txt FROM TYPEN WHERE lng = 17 AND yn"_s,
+                                u"SELECT txt FROM TYPEN WHERE lng Is Null"_s,
+                                u"SELECT txt FROM TYPEN WHERE dbl = 17"_s,
+                                u"SELECT txt FROM TYPEN WHERE yn = 1"_s,
+                                u"SELECT txt FROM TYPEN WHERE lng = 1.5"_s,
+                                u"SELECT txt FROM TYPEN WHERE lng = '17'"_s,
+                                u"SELECT txt FROM TYPEN WHERE lng = dbl"_s,
+                                u"SELECT txt FROM TYPEN WHERE lng + 1 = 17"_s,
+                                u"SELECT TOP 2 txt FROM TYPEN WHERE lng = 17"_s,
+                                u"SELECT DISTINCT txt FROM TYPEN WHERE lng = 17"_s,
+                                u"SELECT txt FROM TYPEN WHERE lng = 17 GROUP BY txt"_s,
+                                u"SELECT txt & 'x' FROM TYPEN WHERE lng = 17"_s,
+                                u"SELECT txt FROM TYPEN WHERE lng = 17 ORDER BY 1"_s,
+                                u"SELECT txt FROM TYPEN WHERE lng = 17 UNION SELECT txt FROM TYPEN"_s,
+                                u"SELECT A.txt FROM TYPEN AS A, TYPEN AS B WHERE A.lng = 17"_s,
+                                u"SELECT txt FROM (SELECT txt, lng FROM TYPEN) AS A WHERE lng = 17"_s,
+                                u"SELECT dbl + 1 AS lng FROM TYPEN WHERE lng = 17"_s,
+                                u"DELETE FROM TYPEN WHERE lng = 17"_s})
         EXPECT_EQ(allKeys(text), "") << text.toStdString();
 }
 

@@ -49,6 +49,12 @@ bool isThisMachine(const QString& host) {
     return local.match(host).hasMatch();
 }
 
+bool isPort(const QString& text) {
+    bool isNumber = false;
+    const int port = text.toInt(&isNumber);
+    return text.isEmpty() || (isNumber && port > 0 && port < 65536);
+}
+
 QString hostsOf(const Options& options) {
     const QString addresses = valueOf(options, "hostaddr");
     return addresses.isEmpty() ? valueOf(options, "host") : addresses;
@@ -77,6 +83,8 @@ ServerAddress serverAddress(const QString& address) {
     ServerAddress result;
     result.host = hostsOf(given).isEmpty() ? hostsOf(defaults) : hostsOf(given);
     result.port = value("port");
+    if (!std::ranges::all_of(result.port.split(u','), &isPort))
+        mkl::throwError(err::InvalidName, {u"postgresql://…"_s});
     result.user = value("user");
     result.database = value("dbname").isEmpty() ? result.user : value("dbname");
     result.shown = u"postgresql://"_s + (valueOf(given, "user").isEmpty() ? QString() : result.user + u'@') +

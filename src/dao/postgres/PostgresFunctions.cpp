@@ -188,8 +188,8 @@ bool isInstalled(PostgresSession& session) {
 }
 
 QByteArray definitions() {
-    const QByteArray text = QByteArray(errorsText) + postgresKeyDefinitions() + textText + numbersText + comparisons() +
-                            tablesText;
+    const QByteArray text =
+        QByteArray(errorsText) + postgresKeyDefinitions() + textText + numbersText + comparisons() + tablesText;
     return QByteArray(text).replace("CREATE FUNCTION", "CREATE OR REPLACE FUNCTION");
 }
 

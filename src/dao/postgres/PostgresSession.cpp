@@ -16,8 +16,8 @@ namespace {
 constexpr const char* savepointText = "SAVEPOINT statement";
 constexpr const char* releaseText = "RELEASE statement";
 
-// Both in one round trip. The number is ours; the number of the transaction tells what became of it should the answer to
-// its COMMIT get lost.
+// Both in one round trip. The number is ours; the number of the transaction tells what became of it should the answer
+// to its COMMIT get lost.
 constexpr const char* beginLockedText = "BEGIN; SELECT pg_current_xact_id()::text FROM pg_advisory_xact_lock(7355609)";
 constexpr const char* numberText = "SELECT pg_current_xact_id_if_assigned()::text";
 
@@ -104,12 +104,12 @@ PostgresResult PostgresSession::asked(const QByteArray& native) {
 PostgresResult PostgresSession::savedScript(const QByteArray& native) {
     requireConnection();
     if (!inTransaction()) return script(native);
-    script(savepointText);
+    checked(PQexec(raw(), savepointText));
     PostgresResult result = asked(native);
     if (PQtransactionStatus(raw()) == PQTRANS_INERROR)
         undoFailed(false);
     else
-        script(releaseText);
+        checked(PQexec(raw(), releaseText));
     return checked(result.release());
 }
 
@@ -126,9 +126,9 @@ PostgresResult PostgresSession::prepare(const QByteArray& statement, const QByte
     requireConnection();
     dropForgotten();
     const bool saved = isInTransaction();
-    if (saved) script(savepointText);
+    if (saved) checked(PQexec(raw(), savepointText));
     PostgresResult made(PQprepare(raw(), statement.constData(), native.constData(), 0, nullptr));
-    if (saved) isFailure(made) ? undoFailed(false) : void(script(releaseText));
+    if (saved) isFailure(made) ? undoFailed(false) : void(checked(PQexec(raw(), releaseText)));
     checked(made.release());
     return checked(PQdescribePrepared(raw(), statement.constData()));
 }
@@ -221,8 +221,7 @@ void PostgresSession::commit() {
         if (!isCommitted()) mkl::throwError(err::DiskError, {context_.name});
         return;
     }
-    if (qstrcmp(PQcmdStatus(checked(result.release()).get()), "COMMIT") != 0)
-        mkl::throwError(err::TransactionGivenUp);
+    if (qstrcmp(PQcmdStatus(checked(result.release()).get()), "COMMIT") != 0) mkl::throwError(err::TransactionGivenUp);
 }
 
 // The server may still be busy with it, or be just coming up again.

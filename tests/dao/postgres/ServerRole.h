@@ -15,12 +15,13 @@ public:
     ServerRole(const QString& url, const QByteArray& name, const QByteArray& grants)
         : url_(url)
         , name_(name) {
-        mkl::runOnServer(url_, "DROP ROLE IF EXISTS " + name_ + "; CREATE ROLE " + name_ + " LOGIN PASSWORD 'Geheim-1'");
+        mkl::runOnServer(url_,
+                         "DROP ROLE IF EXISTS " + name_ + "; CREATE ROLE " + name_ + " LOGIN PASSWORD 'Geheim-1'");
         if (!grants.isEmpty()) mkl::runOnServer(url_, QByteArray(grants).replace("ROLE", name_));
     }
     ~ServerRole() {
-        mkl::runOnServer(url_, "SELECT pg_terminate_backend(pid, 60000) FROM pg_stat_activity WHERE usename = '" + name_ +
-                                   "'; DROP OWNED BY " + name_ + "; DROP ROLE " + name_);
+        mkl::runOnServer(url_, "SELECT pg_terminate_backend(pid, 60000) FROM pg_stat_activity WHERE usename = '" +
+                                   name_ + "'; DROP OWNED BY " + name_ + "; DROP ROLE " + name_);
     }
     Q_DISABLE_COPY_MOVE(ServerRole)
 

@@ -46,7 +46,8 @@ int openInAnotherProcess(const QString& url) {
 } // namespace
 
 TEST(PostgresInstall, ComesOverAnOlderVersionAndKeepsTypesAndTables) {
-    const TempDatabase file("CREATE TABLE T (Nr INTEGER PRIMARY KEY, Ja YESNO, Name TEXT); INSERT INTO T VALUES (1, -1, 'ä')");
+    const TempDatabase file(
+        "CREATE TABLE T (Nr INTEGER PRIMARY KEY, Ja YESNO, Name TEXT); INSERT INTO T VALUES (1, -1, 'ä')");
     const QByteArray current = version(file.path());
     mkl::runOnServer(file.path(), "CREATE INDEX names ON \"T\" (mkl_key(\"Name\")); UPDATE mkl.local SET number = 7; "
                                   "DROP FUNCTION mkl.mkl_right(integer, bigint); "
@@ -99,8 +100,11 @@ TEST(PostgresInstall, WhoMayMakeNothingNeedsAPreparedDatabase) {
 }
 
 TEST(PostgresInstall, AReaderReadsAllAndChangesNothing) {
-    const TempDatabase file("CREATE TABLE T (Nr INTEGER PRIMARY KEY, Name TEXT); INSERT INTO T VALUES (1, 'Äpfel'), (2, 'Ωmega')");
-    const ServerRole reader(file.path(), "mkl_reader", "GRANT SELECT ON ALL TABLES IN SCHEMA public TO ROLE");
+    const TempDatabase file(
+        "CREATE TABLE T (Nr INTEGER PRIMARY KEY, Name TEXT); INSERT INTO T VALUES (1, 'Äpfel'), (2, 'Ωmega')");
+    const ServerRole reader(
+        file.path(), "mkl_reader",
+        "GRANT USAGE ON SCHEMA public TO ROLE; GRANT SELECT ON ALL TABLES IN SCHEMA public TO ROLE");
     const auto workspace = DBEngine::CreateWorkspace();
     const auto database = workspace->OpenDatabase(reader.url());
     const auto one = [&](const QString& sql) { return database->OpenRecordset(sql, dbOpenSnapshot)->value(0); };

@@ -27,7 +27,11 @@ TEST(PostgresLock, ATransactionWaitsForTheOther) {
     EXPECT_EQ(errorOf([&] { other.workspace->BeginTrans(); }), 3260);
     holder.workspace->CommitTrans();
     other.workspace->BeginTrans();
-    EXPECT_EQ(errorOf([&] { holder.workspace->setBusyTimeout(1); holder.workspace->BeginTrans(); }), 3260);
+    EXPECT_EQ(errorOf([&] {
+                  holder.workspace->setBusyTimeout(1);
+                  holder.workspace->BeginTrans();
+              }),
+              3260);
     other.workspace->Rollback();
     holder.workspace->BeginTrans();
     holder.workspace->Rollback();
@@ -54,7 +58,7 @@ TEST(PostgresLock, GoesWithTheConnection) {
     other.workspace->BeginTrans();
     other.database->Execute(u"DELETE FROM T WHERE Nr = 1"_s, dbFailOnError);
     other.workspace->CommitTrans();
-    EXPECT_EQ(errorOf([&] { holder.workspace->CommitTrans(); }), 3246);
+    EXPECT_EQ(errorOf([&] { holder.workspace->CommitTrans(); }), 3043);
     holder.workspace->Rollback();
 }
 

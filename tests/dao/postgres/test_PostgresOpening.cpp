@@ -36,11 +36,13 @@ public:
 
 private:
     void setRules(const QByteArray& rules) const {
-        mkl::runOnServer(url_, "DO $do$ BEGIN EXECUTE format('COPY (SELECT unnest(string_to_array(%L, chr(10)))) TO %L', $hba$" +
-                                   rules + "$hba$, current_setting('hba_file')); END $do$");
+        mkl::runOnServer(
+            url_, "DO $do$ BEGIN EXECUTE format('COPY (SELECT unnest(string_to_array(%L, chr(10)))) TO %L', $hba$" +
+                      rules + "$hba$, current_setting('hba_file')); END $do$");
         const QByteArray before = loaded();
         mkl::runOnServer(url_, "SELECT pg_reload_conf()");
-        while (loaded() == before) {}
+        while (loaded() == before) {
+        }
     }
     QByteArray loaded() const { return mkl::runOnServer(url_, "SELECT pg_conf_load_time()"); }
 
@@ -67,6 +69,7 @@ TEST(PostgresOpening, TellsWhatIsMissing) {
 TEST(PostgresOpening, TellsWhatIsNoAddress) {
     EXPECT_EQ(failureOf(u"postgresql://[::1/x"_s).number, 3005);
     EXPECT_EQ(failureOf(u"postgresql://h:port/x"_s).number, 3005);
+    EXPECT_EQ(failureOf(u"postgresql://h:70000/x"_s).number, 3005);
     EXPECT_EQ(failureOf(u"postgresql:///x?"_s + QChar(0)).number, 3005);
     const Failure unknown = failureOf(u"postgresql://rechner/x?farbe=rot"_s);
     EXPECT_EQ(unknown.number, 3005);
@@ -89,7 +92,8 @@ TEST(PostgresOpening, RefusesAPasswordInTheAddressAndNeverRepeatsIt) {
 
 TEST(PostgresOpening, APasswordIsAskedForCheckedAndKeptForReconnecting) {
     const TempDatabase file(threeRows());
-    const ServerRole clerk(file.path(), "mkl_clerk", "GRANT SELECT ON ALL TABLES IN SCHEMA public TO ROLE");
+    const ServerRole clerk(file.path(), "mkl_clerk",
+                           "GRANT USAGE ON SCHEMA public TO ROLE; GRANT SELECT ON ALL TABLES IN SCHEMA public TO ROLE");
     const PasswordDemanded demanded(file.path(), "mkl_clerk");
     const Failure needed = failureOf(clerk.url());
     EXPECT_EQ(needed.number, 3148);
@@ -102,7 +106,8 @@ TEST(PostgresOpening, APasswordIsAskedForCheckedAndKeptForReconnecting) {
     const auto count = [&] { return database->OpenRecordset(u"SELECT Count(*) FROM T"_s, dbOpenSnapshot)->value(0); };
     EXPECT_EQ(count(), Variant(3));
     EXPECT_FALSE(database->Name().contains(u"Geheim"_s));
-    mkl::runOnServer(file.path(), "SELECT pg_terminate_backend(pid, 60000) FROM pg_stat_activity WHERE usename = 'mkl_clerk'");
+    mkl::runOnServer(file.path(),
+                     "SELECT pg_terminate_backend(pid, 60000) FROM pg_stat_activity WHERE usename = 'mkl_clerk'");
     EXPECT_EQ(errorOf(count), 3043);
     EXPECT_EQ(count(), Variant(3));
 }
