@@ -19,6 +19,7 @@ constexpr mkl::LeftOut leftToFiles[] = {
     {"SearchCopy.WhatADeletionTakesAlongIsSeen", "the deletion comes from a trigger written in the words of a file"},
     {"DynasetPlan.*", "compares the native texts for a file"},
     {"ExclusivePeriod.*", "only a file can be locked against all others"},
+    {"SearchCopy.ManySearchesReadTheRowsOnce", "only a file can be locked against all others"},
     {"Locks.A*", "a single action meets the locks of rows alone; see PostgresLock"},
     {"Locks.TheErrorSaysWhatToDo", "a single action meets the locks of rows alone; see PostgresLock"},
     {"Transaction.ALockOfAnotherProgramShowsAtTheBegin", "a single action meets the locks of rows alone"},

@@ -3,7 +3,6 @@
 #include "dao/FaultPoints.h"
 
 #include <algorithm>
-#include <sys/socket.h>
 
 namespace dao {
 
@@ -34,7 +33,7 @@ QByteArray passFaultPoint(PGconn* connection, const QByteArray& native) {
     if (!fault) return {};
     if (*fault != StatementFault::LostConnection)
         return QByteArray("DO $$ BEGIN RAISE EXCEPTION USING ERRCODE = '") + stateOf(*fault) + "'; END $$";
-    shutdown(PQsocket(connection), SHUT_RDWR);
+    PQclear(PQexec(connection, "SELECT pg_terminate_backend(pg_backend_pid())"));
     return {};
 }
 

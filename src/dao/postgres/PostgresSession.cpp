@@ -104,6 +104,7 @@ PostgresResult PostgresSession::asked(const QByteArray& native) {
 PostgresResult PostgresSession::savedScript(const QByteArray& native) {
     requireConnection();
     if (!inTransaction()) return script(native);
+    sendBegin();
     checked(PQexec(raw(), savepointText));
     PostgresResult result = asked(native);
     if (PQtransactionStatus(raw()) == PQTRANS_INERROR)
