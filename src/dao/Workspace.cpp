@@ -136,7 +136,7 @@ WorkspaceNotifier& Workspace::notifier() const {
 }
 
 bool DBEngine::isServer(const QString& name) {
-    return isPostgresUrl(name);
+    return isServerAddress(name);
 }
 
 mkl::Ref<Workspace> DBEngine::CreateWorkspace() {
