@@ -57,7 +57,8 @@ void ArtCatBrowser::KeyDown(Integer& KeyCode, Integer& Shift) {
 }
 
 acbPanes ArtCatBrowser::ActivePane() const {
-    const QWidget* const active = ActiveControl();
+    const QWidget* active = ActiveControl();
+    if (active == d_->ui.Notice) active = d_->ui.Notice->FormerFocus();
     if (!active) throwError(err::ObjectNotSet);
     if (active->objectName().compare("LV"_L1, Qt::CaseInsensitive) == 0) return acbPaneArticleList;
     if (active->objectName().compare("TV"_L1, Qt::CaseInsensitive) == 0) return acbPaneCategoryTree;
@@ -281,6 +282,14 @@ void ArtCatBrowser::RefreshPane(acbPanes Pane) {
 Long ArtCatBrowser::PositionEditor(Long lValue, Long lMaxPos) {
     const auto hub = d_; // the control may be deleted while the form is shown
     return hub->articleOrder->PositionEditor(lValue, lMaxPos);
+}
+
+bool ArtCatBrowser::changeNotice() const {
+    return d_->state.changeNotice;
+}
+
+void ArtCatBrowser::setChangeNotice(bool changeNotice) {
+    d_->changeNotice->LetChangeNotice(changeNotice);
 }
 
 bool ArtCatBrowser::editKeys() const {

@@ -45,6 +45,7 @@ class ArtCatBrowser : public UserControl {
     Q_PROPERTY(mkl::TreeView* CategoryTreeView READ CategoryTreeView STORED false DESIGNABLE false)
     Q_PROPERTY(QString WorkgroupFilter READ WorkgroupFilter WRITE setWorkgroupFilter STORED false DESIGNABLE false)
     // Beyond what catalogue hosts know.
+    Q_PROPERTY(bool changeNotice READ changeNotice WRITE setChangeNotice STORED false DESIGNABLE false)
     Q_PROPERTY(bool editKeys READ editKeys WRITE setEditKeys STORED false DESIGNABLE false)
     Q_PROPERTY(bool keepsView READ keepsView WRITE setKeepsView STORED false DESIGNABLE false)
     Q_PROPERTY(
@@ -145,6 +146,11 @@ public:
 
     void ReadProperties(const PropertyBag& bag) override;
 
+    /// Whether a line at the end of the status bar says that others have changed the catalogue since the panes were
+    /// read, or that its server is out of reach, with a link that reads everything again as Populate does. Nothing is
+    /// read or moved before the user wants it. Off unless set; then nothing looks for changes. \since 0.1
+    bool changeNotice() const;
+    void setChangeNotice(bool changeNotice);
     /// Whether keys edit: Ctrl+E turns the selected articles active or inactive, where the context menu offers it. Off
     /// unless set. Other keys always work: F6 and Shift+F6 go to the next and the previous pane, F5 reads the pane
     /// again, Alt+Return raises MenuPropertiesClick where the context menu offers it. \since 0.1

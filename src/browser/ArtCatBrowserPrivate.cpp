@@ -24,6 +24,7 @@ ArtCatBrowserPrivate::ArtCatBrowserPrivate(ArtCatBrowser& control)
     , categoryOrder(std::make_unique<CategoryOrder>(*this))
     , categoryTransfer(std::make_unique<CategoryTransfer>(*this))
     , categoryTree(std::make_unique<CategoryTree>(*this))
+    , changeNotice(std::make_unique<ChangeNotice>(*this))
     , contextMenus(std::make_unique<ContextMenus>(*this))
     , dragDrop(std::make_unique<DragDrop>(*this))
     , dragHints(std::make_unique<DragHints>(*this))
@@ -57,6 +58,7 @@ void ArtCatBrowserPrivate::Terminate() {
                         [&] { ui.LV->setDropHighlight({}); }, [&] { ui.LVArt->setSelectedItem({}); }, //
                         [&] { ui.LVArt->setDropHighlight({}); });
     ui.DragTimer->setEnabled(false);
+    ui.NoticeTimer->setEnabled(false);
     for (ItemView* pane : std::initializer_list<ItemView*>{ui.LVArt, ui.TV, ui.LV}) {
         pane->Drag(vbCancelDrag);
         pane->setDragIcon({});

@@ -11,6 +11,7 @@
 #include "browser/CategoryOrder.h"
 #include "browser/CategoryTransfer.h"
 #include "browser/CategoryTree.h"
+#include "browser/ChangeNotice.h"
 #include "browser/ContextMenus.h"
 #include "browser/DragDrop.h"
 #include "browser/DragHints.h"
@@ -68,6 +69,7 @@ public:
     const std::unique_ptr<CategoryOrder> categoryOrder;
     const std::unique_ptr<CategoryTransfer> categoryTransfer;
     const std::unique_ptr<CategoryTree> categoryTree;
+    const std::unique_ptr<ChangeNotice> changeNotice;
     const std::unique_ptr<ContextMenus> contextMenus;
     const std::unique_ptr<DragDrop> dragDrop;
     const std::unique_ptr<DragHints> dragHints;
@@ -87,6 +89,7 @@ public:
 
 private:
     void connectEvents();
+    void connectNotice();
     void connectPane(ItemView& view, acbPanes pane);
     void connectDrag(ItemView& view, acbPanes pane);
     void connectMenu(ItemView& view, acbPanes pane);

@@ -48,6 +48,7 @@ void ArticlePanes::fillList(Long categoryKey, PaneFocus& focus) {
     const bool sameCategory = std::exchange(hub_.state.listCategory, categoryKey) == categoryKey;
     focus.hide({&list});
     // 3.
+    hub_.changeNotice->readBegins(acbPaneArticleList);
     if (list.ListItems().Count() > 0) list.ListItems().Clear();
     // 4.
     const Ref<dao::Recordset> rows =
@@ -87,6 +88,7 @@ bool ArticlePanes::fillPool(bool showStatus) {
     screen().setMousePointer(vbHourglass);
     if (showStatus && !hub_.progressDisplay->ShowProgress(text(TextId::BrowserReadingArticles))) return false;
     // 2.
+    hub_.changeNotice->readBegins(acbPaneArticlePool);
     if (items.Count() > 0) items.Clear();
     // 3.
     const Ref<dao::Recordset> rows = hub_.state.Backend->OpenRecordset(PoolStatement(), dao::dbOpenSnapshot);

@@ -51,7 +51,10 @@ struct BrowserState {
     bool keepsView = false; ///< extras of ours, off unless the host wants them
     bool editKeys = false;
     Long springOpenInterval = 0; ///< milliseconds
-    Long listCategory = 0;       ///< whose articles the list pane shows
+    bool changeNotice = false;
+    std::array<bool, paneCount> isOutdated = {}; ///< by pane: others have changed something since its read
+    bool isLost = false;                         ///< the server was out of reach when it was last looked at
+    Long listCategory = 0;                       ///< whose articles the list pane shows
 
     DragState drag;
     PaneFocus focus; ///< of the panes that a display of a read has hidden

@@ -52,6 +52,8 @@ BrowserUi::BrowserUi(UserControl& face)
     , lblStatus(constituent<QLabel>(face, u"lblStatus"_s, TextId::BrowserNameProgressText))
     , DragTimer(new IntervalTimer(&face))
     , SpringTimer(new IntervalTimer(&face))
+    , Notice(new NoticeBar(&face))
+    , NoticeTimer(new IntervalTimer(&face))
     , ImageDragArticle(hiddenPicture(face, u"ImageDragArticle"_s, DragPicture::MoveArticle))
     , ImageCopyArticle(hiddenPicture(face, u"ImageCopyArticle"_s, DragPicture::CopyArticle))
     , ImageDragFolder(hiddenPicture(face, u"ImageDragFolder"_s, DragPicture::MoveFolder))
@@ -59,6 +61,8 @@ BrowserUi::BrowserUi(UserControl& face)
     , ImageNoDrop(hiddenPicture(face, u"ImageNoDrop"_s, DragPicture::NoDrop)) {
     DragTimer->setObjectName(u"DragTimer"_s);
     SpringTimer->setObjectName(u"SpringTimer"_s);
+    Notice->setObjectName(u"Notice"_s);
+    NoticeTimer->setObjectName(u"NoticeTimer"_s);
     setHeight(*lblStatus, face.TextHeight(u"Tg"_s));
     lblStatus->lower(); // it shows where the panes are hidden
     lblStatus->setVisible(false);

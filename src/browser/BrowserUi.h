@@ -4,6 +4,7 @@
 #include "controls/ImageList.h"
 #include "controls/IntervalTimer.h"
 #include "controls/ListView.h"
+#include "controls/NoticeBar.h"
 #include "controls/PictureBox.h"
 #include "controls/ProgressBar.h"
 #include "controls/StatusBar.h"
@@ -34,6 +35,8 @@ struct BrowserUi {
     QLabel* const lblStatus;          ///< over the progress bar
     IntervalTimer* const DragTimer;   ///< between the press and the drag
     IntervalTimer* const SpringTimer; ///< while the mouse rests on a closed node
+    NoticeBar* const Notice;          ///< of changes by others
+    IntervalTimer* const NoticeTimer; ///< between two looks for them
     Image* const ImageDragArticle;    ///< what the pointer shows during a drag
     Image* const ImageCopyArticle;
     Image* const ImageDragFolder;

@@ -66,10 +66,22 @@ void ArtCatBrowserPrivate::connectEvents() {
         const auto hub = shared_from_this();
         errorFrame.boundary(u"SpringTimer_Timer"_s, [this] { dragHints->SpringTimer_Timer(); });
     });
+    connectNotice();
     QObject::connect(ui.SB, &StatusBar::Click, &face, &ArtCatBrowser::Click);
     QObject::connect(ui.SB, &StatusBar::DblClick, &face, &ArtCatBrowser::DblClick);
     QObject::connect(ui.SB, &StatusBar::PanelClick, &face, &ArtCatBrowser::Click);
     QObject::connect(ui.SB, &StatusBar::PanelDblClick, &face, &ArtCatBrowser::DblClick);
+}
+
+void ArtCatBrowserPrivate::connectNotice() {
+    QObject::connect(ui.NoticeTimer, &IntervalTimer::Timer, &face, [this] {
+        const auto hub = shared_from_this();
+        errorFrame.boundary(u"NoticeTimer_Timer"_s, [this] { changeNotice->NoticeTimer_Timer(); });
+    });
+    QObject::connect(ui.Notice, &NoticeBar::ActionClick, &face, [this] {
+        const auto hub = shared_from_this();
+        errorFrame.boundary(u"Notice_ActionClick"_s, [this] { changeNotice->refresh(); });
+    });
 }
 
 // What the panes hand on to the host before the control reacts itself.

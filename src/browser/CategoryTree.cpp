@@ -32,6 +32,7 @@ Long CategoryTree::readTree(bool showStatus) {
     // 2.
     if (showStatus && !hub_.progressDisplay->ShowProgress(text(TextId::BrowserReadingCategories))) return 0;
     // 3.
+    hub_.changeNotice->readBegins(acbPaneCategoryTree);
     TreeRead read(hub_);
     NodeCollection& nodes = hub_.ui.TV->Nodes();
     if (nodes.Count() > 0) nodes.Clear();

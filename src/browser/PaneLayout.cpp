@@ -165,6 +165,7 @@ void PaneLayout::placeStatusBar() {
     setWidth(bar, hub_.face.ScaleWidth());
     if (hub_.state.ShowArticlePool) bar.Panels(u"LVArt"_s).setWidth(Width(*hub_.ui.LVArt));
     bar.Panels(u"TV"_s).setWidth(Width(*hub_.ui.TV));
+    hub_.changeNotice->place();
 }
 
 void PaneLayout::drawSplitter(Single X) {

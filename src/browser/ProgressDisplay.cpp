@@ -31,6 +31,7 @@ bool ProgressDisplay::show(const QString& text) {
     }
     ui.lblStatus->setText(text);
     placeBar();
+    hub_.changeNotice->show();
     return true;
 }
 
@@ -59,6 +60,7 @@ void ProgressDisplay::restore() {
     ui.LV->setVisible(state.ShowArticleList);
     ui.LVArt->setVisible(state.ShowArticlePool);
     state.focus.giveBack();
+    hub_.changeNotice->show();
 }
 
 } // namespace mkl

@@ -94,6 +94,12 @@ void StatusBar::setOverlay(const QString& text) {
     overlay_->setVisible(!text.isEmpty());
 }
 
+void StatusBar::setRoomAtEnd(Single twips) {
+    if (twips == roomAtEnd_) return;
+    roomAtEnd_ = twips;
+    arrange();
+}
+
 StatusPanel& StatusBar::addPanel(const QString& key) {
     if (find(key)) throwError(err::KeyNotUnique, {key});
     auto* const panel = new StatusPanel(key, *this);
@@ -123,13 +129,15 @@ QSize StatusBar::sizeHint() const {
 void StatusBar::arrange() {
     const auto last =
         std::find_if(panels_.rbegin(), panels_.rend(), [](const auto* panel) { return panel->Visible(); });
-    const QRect inside = contentsRect();
+    QRect inside = contentsRect();
+    inside.setWidth(std::max(0, inside.width() - pixelsX(roomAtEnd_)));
     double left = 0; // in twips, so that the edges meet those of controls of the same widths
     for (StatusPanel* panel : panels_) {
         if (!panel->Visible()) continue;
         const int from = std::max(inside.left(), pixelsX(left));
         left += panel->Width();
-        const int to = panel == *last ? inside.left() + inside.width() : pixelsX(left);
+        const int end = inside.left() + inside.width();
+        const int to = panel == *last ? end : std::min(end, pixelsX(left));
         panel->setGeometry(from, inside.top(), std::max(0, to - from), inside.height());
     }
 }

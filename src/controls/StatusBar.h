@@ -62,6 +62,9 @@ public:
     QString Overlay() const;
     void setOverlay(const QString& text);
 
+    /// Keeps that many twips at the end free of panels, for what stands over the bar there.
+    void setRoomAtEnd(Single twips);
+
     QSize sizeHint() const override;
 
 Q_SIGNALS:
@@ -83,6 +86,7 @@ private:
 
     std::vector<StatusPanel*> panels_; // in their order; children of the bar
     QLabel* const overlay_;
+    Single roomAtEnd_ = 0; // twips
     ClickDetector clicks_;
 };
 

@@ -32,6 +32,7 @@ void BrowserHost::makeBrowser() {
     browser->setBackend(catalogue.database());
     browser->setWorkspace(catalogue.workspace());
     if (qEnvironmentVariableIsSet("MKL_TEST_EXTRAS")) {
+        browser->setChangeNotice(true);
         browser->setEditKeys(true);
         browser->setKeepsView(true);
         browser->setSpringOpenInterval(700);

@@ -94,6 +94,7 @@ TEST_F(BrowserSurface, properties) {
                                         u"ShowArticlePool: bool, get let = true, in the bag"_s,
                                         u"ShowStatusBar: bool, get let = true, in the bag"_s,
                                         u"WorkgroupFilter: QString, get let = Like '*'"_s,
+                                        u"changeNotice: bool, get let = false"_s,
                                         u"editKeys: bool, get let = false"_s,
                                         u"hWnd: int, get"_s,
                                         u"keepsView: bool, get let = false"_s,

@@ -100,6 +100,7 @@ void MainWindow::makeBrowser() {
     browser_ = std::make_unique<ArtCatBrowser>(pages_);
     browser_->setObjectName(u"Browser"_s);
     browser_->setAppName(text(TextId::ProgramTitle));
+    browser_->setChangeNotice(true);
     browser_->setEditKeys(true);
     browser_->setKeepsView(true);
     browser_->setSpringOpenInterval(springOpenInterval);
