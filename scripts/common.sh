@@ -4,7 +4,7 @@ top=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 build_packages=(
     ca-certificates g++ cmake ninja-build pkg-config ccache lld
     qt6-base-dev qt6-svg-dev libqt6opengl6-dev libxkbcommon-dev
-    libpq-dev libsqlite3-dev mdbtools-dev zlib1g-dev)
+    libpq-dev libsqlite3-dev mdbtools-dev qtkeychain-qt6-dev zlib1g-dev)
 run_packages=(libqt6svg6 qt6-translations-l10n fonts-dejavu-core)
 test_packages=(
     libgtest-dev libgmock-dev clang-format postgresql-15 postgresql-15-pglogical python3 sqlite3

@@ -40,8 +40,9 @@ bool ChangeNotice::isBusy() const {
 // Who has lost the server has not heard what others did meanwhile.
 void ChangeNotice::look() {
     BrowserState& state = hub_.state;
+    const bool hasChanged = state.Backend->takeChangedByOthers(); // which may find out that the server has gone
     state.isLost = state.Backend->isLost();
-    if (state.Backend->takeChangedByOthers() || state.isLost) state.isOutdated.fill(true);
+    if (hasChanged || state.isLost) state.isOutdated.fill(true);
 }
 
 void ChangeNotice::readBegins(acbPanes pane) {

@@ -7,8 +7,8 @@ namespace mkl {
 CatalogueSession::CatalogueSession()
     : workspace_(dao::DBEngine::CreateWorkspace()) {}
 
-void CatalogueSession::open(const QString& file) {
-    const Ref<dao::Database> opened = openCatalogue(*workspace_, file);
+void CatalogueSession::open(const QString& name, const dao::OpenOptions& options) {
+    const Ref<dao::Database> opened = openCatalogue(*workspace_, name, options);
     close();
     database_ = opened;
 }

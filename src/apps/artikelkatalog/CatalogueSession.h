@@ -10,9 +10,9 @@ class CatalogueSession {
 public:
     CatalogueSession();
 
-    /// Opens the catalogue in place of the former one, which stays open when the new one cannot be opened.
-    /// Errors of openCatalogue().
-    void open(const QString& file);
+    /// Opens the catalogue, a file or one on a server, in place of the former one, which stays open when the new one
+    /// cannot be opened. Errors of openCatalogue().
+    void open(const QString& name, const dao::OpenOptions& options = {});
     void close();
 
     /// Empty while nothing is open.

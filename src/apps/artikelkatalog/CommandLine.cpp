@@ -1,6 +1,8 @@
 #include "apps/artikelkatalog/CommandLine.h"
 
+#include "apps/artikelkatalog/Failure.h"
 #include "base/Texts.h"
+#include "dao/ServerAddress.h"
 
 #include <QCommandLineParser>
 #include <QRegularExpression>
@@ -32,6 +34,11 @@ int levelsOf(const QString& value) {
     return levels;
 }
 
+// Everybody on the machine sees the arguments: a password among them is none any more.
+void requireAddress(const QString& address) {
+    succeeds([&] { dao::serverAddress(address); }, [] { refuse(currentError().Description()); });
+}
+
 } // namespace
 
 CommandLine CommandLine::of(const QStringList& arguments) {
@@ -54,6 +61,7 @@ CommandLine CommandLine::of(const QStringList& arguments) {
     if (files.size() > 1) refuse(text(TextId::ProgramOneFile));
     CommandLine line;
     line.file = files.value(0);
+    if (dao::isServerAddress(line.file)) requireAddress(line.file);
     line.screenshot = parser.value(screenshot);
     if (parser.isSet(size)) line.size = sizeOf(parser.value(size));
     if (parser.isSet(expand)) line.levels = levelsOf(parser.value(expand));

@@ -6,7 +6,7 @@ namespace mkl {
 
 /// What the program was called with.
 struct CommandLine {
-    QString file;       ///< to open or import; empty for none
+    QString file;       ///< to open or import, or the address of a catalogue on a server; empty for none
     QString screenshot; ///< picture to write; empty for an ordinary start
     QSize size;         ///< of the window; empty for the remembered one
     int levels = 0;     ///< how far the tree is expanded

@@ -1,5 +1,6 @@
 #include "apps/artikelkatalog/ConsoleAsker.h"
 
+#include <QDialog>
 #include <cstdio>
 
 using namespace Qt::StringLiterals;
@@ -19,6 +20,11 @@ Long ConsoleAsker::ask(const MessageBox& box) {
 std::optional<QString> ConsoleAsker::askText(const QString& prompt, const QString&, const QString&) {
     print(prompt);
     return {};
+}
+
+int ConsoleAsker::run(QDialog& form) {
+    print(form.accessibleDescription().isEmpty() ? form.windowTitle() : form.accessibleDescription());
+    return QDialog::Rejected;
 }
 
 void ConsoleAsker::print(const QString& message) {

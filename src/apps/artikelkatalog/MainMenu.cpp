@@ -8,6 +8,7 @@
 #include "browser/ArtCatBrowser.h"
 #include "controls/Asker.h"
 #include "controls/FormRunner.h"
+#include "dao/ServerAddress.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -34,6 +35,8 @@ void MainWindow::makeFileMenu() {
     QMenu& menu = *menuBar()->addMenu(text(TextId::ProgramMenuFile));
     connect(addEntry(menu, u"Open"_s, text(TextId::ProgramMenuOpen), QKeySequence::Open), &QAction::triggered, this,
             &MainWindow::chooseFile);
+    connect(addEntry(menu, u"OpenServer"_s, text(TextId::ProgramMenuOpenServer)), &QAction::triggered, this,
+            &MainWindow::chooseServer);
     connect(addEntry(menu, u"Import"_s, text(TextId::ProgramMenuImport)), &QAction::triggered, this,
             &MainWindow::chooseImport);
     QMenu& recent = *menu.addMenu(text(TextId::ProgramMenuRecentFiles));
@@ -47,7 +50,8 @@ void MainWindow::makeFileMenu() {
 void MainWindow::fillRecentFiles(QMenu& menu) {
     menu.clear();
     for (const QString& file : recentFiles_.files()) {
-        QAction* entry = menu.addAction(QDir::toNativeSeparators(file).replace(u"&"_s, u"&&"_s));
+        QString caption = dao::isServerAddress(file) ? file : QDir::toNativeSeparators(file);
+        QAction* entry = menu.addAction(caption.replace(u"&"_s, u"&&"_s));
         connect(entry, &QAction::triggered, this, [this, file] { showFile(file); });
     }
     if (menu.isEmpty()) menu.addAction(text(TextId::ProgramMenuNoRecentFiles))->setEnabled(false);

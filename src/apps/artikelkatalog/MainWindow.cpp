@@ -1,10 +1,13 @@
 #include "apps/artikelkatalog/MainWindow.h"
 
 #include "apps/artikelkatalog/CatalogueImporter.h"
+#include "apps/artikelkatalog/CatalogueName.h"
 #include "apps/artikelkatalog/EventPanel.h"
 #include "apps/artikelkatalog/Failure.h"
 #include "apps/artikelkatalog/FilterPanel.h"
 #include "apps/artikelkatalog/PropertiesText.h"
+#include "apps/artikelkatalog/ServerDialog.h"
+#include "apps/artikelkatalog/ServerOpener.h"
 #include "apps/artikelkatalog/StartPage.h"
 #include "base/Texts.h"
 #include "browser/ArtCatBrowser.h"
@@ -14,6 +17,7 @@
 #include "controls/FormRunner.h"
 #include "controls/TreeView.h"
 #include "core/CatalogueHelper.h"
+#include "dao/ServerAddress.h"
 
 #include <QAction>
 #include <QCloseEvent>
@@ -22,6 +26,7 @@
 #include <QMenuBar>
 #include <QSettings>
 #include <QStackedWidget>
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -56,6 +61,7 @@ MainWindow::MainWindow(QSettings& settings)
     setCentralWidget(pages_);
     auto* start = new StartPage(pages_);
     connect(start, &StartPage::openWanted, this, &MainWindow::chooseFile);
+    connect(start, &StartPage::serverWanted, this, &MainWindow::chooseServer);
     connect(start, &StartPage::importWanted, this, &MainWindow::chooseImport);
     pages_->addWidget(start);
     makeFileMenu();
@@ -74,14 +80,14 @@ MainWindow::~MainWindow() = default;
 
 bool MainWindow::showFile(const QString& file) {
     if (isReading_) return false;
-    if (!isImportableDatabase(file)) return showCatalogue(file);
+    if (dao::isServerAddress(file) || !isImportableDatabase(file)) return showCatalogue(file);
     const std::optional<QString> catalogue = CatalogueImporter(*this).catalogueOf(file);
     return catalogue && showCatalogue(*catalogue);
 }
 
 bool MainWindow::showCatalogue(const QString& file) {
     if (!openSession(file)) {
-        recentFiles_.remove(file);
+        if (!dao::isServerAddress(file)) recentFiles_.remove(file); // a server comes back
         return false;
     }
     recentFiles_.add(file);
@@ -91,8 +97,9 @@ bool MainWindow::showCatalogue(const QString& file) {
 }
 
 bool MainWindow::openSession(const QString& file) {
+    if (dao::isServerAddress(file)) return ServerOpener(session_, *this).open(file);
     return succeeds([&] { session_.open(file); },
-                    [&] { showFailure(text(TextId::ProgramNotOpened, {QFileInfo(file).fileName()})); });
+                    [&] { showFailure(text(TextId::ProgramNotOpened, {shownName(file)})); });
 }
 
 void MainWindow::makeBrowser() {
@@ -185,6 +192,14 @@ void MainWindow::chooseFile() {
     if (!file.isEmpty()) showFile(file);
 }
 
+// The last one that was open is where the user will look again.
+void MainWindow::chooseServer() {
+    const QStringList known = recentFiles_.files();
+    const auto last = std::ranges::find_if(known, &dao::isServerAddress);
+    ServerDialog dialog(last == known.end() ? ServerUrl() : ServerUrl::of(*last), this);
+    if (formRunner().run(dialog) == QDialog::Accepted) showFile(dialog.url());
+}
+
 void MainWindow::chooseImport() {
     const QString file =
         chosenFile(text(TextId::ProgramImportTitle), {text(TextId::ProgramAccessFiles), text(TextId::ProgramAllFiles)});
@@ -209,7 +224,7 @@ void MainWindow::showTitle() {
         setWindowTitle(text(TextId::ProgramTitle));
         return;
     }
-    const QString title = text(TextId::ProgramTitleWithFile, {QFileInfo(database->Name()).fileName()});
+    const QString title = text(TextId::ProgramTitleWithFile, {shownName(database->Name())});
     setWindowTitle(database->Updatable() ? title : text(TextId::ProgramReadOnly, {title}));
 }
 

@@ -32,8 +32,8 @@ public:
     explicit MainWindow(QSettings& settings);
     ~MainWindow() override;
 
-    /// Opens the catalogue and shows its tree; an .mdb or .accdb is offered for import first. False if it cannot be
-    /// shown, which the user was told; what was open before then still is.
+    /// Opens the catalogue, a file or one on a server, and shows its tree; an .mdb or .accdb is offered for import
+    /// first. False if it cannot be shown, which the user was told; what was open before then still is.
     bool showFile(const QString& file);
     /// Expands the nodes of the first levels.
     void expandTree(int levels);
@@ -62,6 +62,7 @@ private:
     void fillRecentFiles(QMenu& menu);
 
     void chooseFile();
+    void chooseServer();
     void chooseImport();
     QString chosenFile(const QString& title, const QStringList& filters);
     void showAbout() const;

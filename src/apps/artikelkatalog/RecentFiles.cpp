@@ -1,6 +1,7 @@
 #include "apps/artikelkatalog/RecentFiles.h"
 
-#include <QFileInfo>
+#include "apps/artikelkatalog/CatalogueName.h"
+
 #include <QSettings>
 
 using namespace Qt::StringLiterals;
@@ -16,7 +17,7 @@ QStringList RecentFiles::files() const {
 }
 
 void RecentFiles::add(const QString& file) {
-    store(QStringList{QFileInfo(file).absoluteFilePath()} + without(file));
+    store(QStringList{keptName(file)} + without(file));
 }
 
 void RecentFiles::remove(const QString& file) {
@@ -25,7 +26,7 @@ void RecentFiles::remove(const QString& file) {
 
 QStringList RecentFiles::without(const QString& file) const {
     QStringList rest = files();
-    rest.removeAll(QFileInfo(file).absoluteFilePath());
+    rest.removeAll(keptName(file));
     return rest;
 }
 

@@ -7,7 +7,8 @@ QT_END_NAMESPACE
 
 namespace mkl {
 
-/// The catalogues that were opened last, the latest first, kept in the user's settings as absolute paths.
+/// The catalogues that were opened last, the latest first, kept in the user's settings: files as absolute paths,
+/// those on servers as addresses, which hold no password.
 class RecentFiles {
 public:
     static constexpr int MaximalCount = 8;

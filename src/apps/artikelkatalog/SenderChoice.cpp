@@ -1,6 +1,7 @@
 #include "apps/artikelkatalog/SenderChoice.h"
 
-#include <QFileInfo>
+#include "apps/artikelkatalog/CatalogueName.h"
+
 #include <QSettings>
 #include <QVariantMap>
 
@@ -13,7 +14,7 @@ namespace {
 const QString settingsKey = u"Senders"_s;
 
 QString nameOf(const dao::Database& catalogue) {
-    return QFileInfo(catalogue.Name()).absoluteFilePath();
+    return keptName(catalogue.Name());
 }
 
 } // namespace

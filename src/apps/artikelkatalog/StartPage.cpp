@@ -39,13 +39,16 @@ StartPage::StartPage(QWidget* parent)
     font.setPointSizeF(font.pointSizeF() * 1.4);
     title->setFont(font);
     auto* open = button(u"OpenButton"_s, text(TextId::ProgramMenuOpen), this);
+    auto* server = button(u"ServerButton"_s, text(TextId::ProgramMenuOpenServer), this);
     auto* import = button(u"ImportButton"_s, text(TextId::ProgramMenuImport), this);
     connect(open, &QPushButton::clicked, this, &StartPage::openWanted);
+    connect(server, &QPushButton::clicked, this, &StartPage::serverWanted);
     connect(import, &QPushButton::clicked, this, &StartPage::importWanted);
 
     auto* buttons = new QHBoxLayout;
     buttons->addStretch();
     buttons->addWidget(open);
+    buttons->addWidget(server);
     buttons->addWidget(import);
     buttons->addStretch();
     auto* column = new QVBoxLayout(this);

@@ -12,6 +12,7 @@ public:
 
 Q_SIGNALS:
     void openWanted();
+    void serverWanted();
     void importWanted();
 };
 

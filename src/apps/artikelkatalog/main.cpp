@@ -43,6 +43,7 @@ void speakGerman(QApplication& application) {
 int makeScreenshot(const mkl::CommandLine& line) {
     mkl::ConsoleAsker console;
     mkl::setAsker(&console);
+    mkl::setFormRunner(&console);
     QLoggingCategory::setFilterRules(u"default.warning=false"_s); // the toolkit's remarks on a platform without windows
     const QTemporaryDir folder;
     QSettings settings(folder.filePath(u"settings.ini"_s), QSettings::IniFormat);
