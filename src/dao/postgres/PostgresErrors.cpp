@@ -1,5 +1,6 @@
 #include "dao/postgres/PostgresErrors.h"
 
+#include "base/Texts.h"
 #include "dao/Errors.h"
 #include "dao/Substitute.h"
 
@@ -24,13 +25,12 @@ constexpr Mapping mappings[] = {
     {QLatin1StringView("2200H"), mkl::err::Overflow}, // of a counter
     {QLatin1StringView("22003"), mkl::err::Overflow}, {QLatin1StringView("22012"), mkl::err::DivisionByZero},
     {QLatin1StringView("22001"), err::FieldTooSmall}, {QLatin1StringView("22"), err::ConversionError},
-    {QLatin1StringView("42501"), err::NotPermitted},  {QLatin1StringView("42P07"), err::TableExists},
-    {QLatin1StringView("42710"), err::TableExists},   {QLatin1StringView("25006"), err::ReadOnly},
-    {QLatin1StringView("55P03"), err::Locked},        {QLatin1StringView("40"), err::Locked},
-    {QLatin1StringView("57014"), err::Interrupted},   {QLatin1StringView("53100"), err::DiskFull},
-    {QLatin1StringView("53200"), err::OutOfMemory},   {QLatin1StringView("54"), err::TooComplex},
-    {QLatin1StringView("57P"), err::DiskError},       {QLatin1StringView("08"), err::DiskError},
-    {QLatin1StringView("58"), err::DiskError},
+    {QLatin1StringView("42P07"), err::TableExists},   {QLatin1StringView("42710"), err::TableExists},
+    {QLatin1StringView("25006"), err::ReadOnly},      {QLatin1StringView("55P03"), err::Locked},
+    {QLatin1StringView("40"), err::Locked},           {QLatin1StringView("57014"), err::Interrupted},
+    {QLatin1StringView("53100"), err::DiskFull},      {QLatin1StringView("53200"), err::OutOfMemory},
+    {QLatin1StringView("54"), err::TooComplex},       {QLatin1StringView("57P"), err::DiskError},
+    {QLatin1StringView("08"), err::DiskError},        {QLatin1StringView("58"), err::DiskError},
 };
 
 QString fieldOf(const PGresult* result, int field) {
@@ -64,6 +64,8 @@ void raisePostgresError(PGconn* connection, const PGresult* result, const Postgr
     if (state == u"23502") raiseNull(result, context, source);
     if (state.startsWith(u"23") && state != u"23505" && state != u"23503")
         mkl::throwError(err::RuleViolated, {fieldOf(result, PG_DIAG_CONSTRAINT_NAME)}, source);
+    if (state == u"42501")
+        throw mkl::RunTimeError(err::NotPermitted, mkl::text(mkl::TextId::ServerNotPermitted), source);
     const auto fits = [&](const Mapping& mapping) { return state.startsWith(mapping.state); };
     const auto* mapping = std::ranges::find_if(mappings, fits);
     if (mapping != std::end(mappings))
