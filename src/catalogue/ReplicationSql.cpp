@@ -1,12 +1,18 @@
 #include "catalogue/ReplicationSql.h"
 
 #include "catalogue/CatalogueTables.h"
+#include "catalogue/Refusal.h"
+
+#include <QDeadlineTimer>
+#include <QThread>
 
 namespace mkl {
 
 using namespace Qt::StringLiterals;
 
 namespace {
+
+constexpr int patience = 15'000; // milliseconds
 
 QString literal(QString text) {
     return u'\'' + text.replace(u'\'', u"''"_s) + u'\'';
@@ -55,7 +61,8 @@ QStringList ReplicationSql::missingSettings() const {
                               {u"track_commit_timestamp"_s, u"on"_s},
                               {u"pglogical.conflict_resolution"_s, u"last_update_wins"_s}};
     QStringList missing;
-    if (!one(u"SELECT current_setting('shared_preload_libraries')"_s).contains(u"pglogical"))
+    // A setting of a library that is not loaded is not listed, even where somebody wrote it down.
+    if (one(u"SELECT name FROM pg_settings WHERE name = 'pglogical.conflict_resolution'"_s).isEmpty())
         missing.append(u"shared_preload_libraries = 'pglogical'"_s);
     for (const auto& [name, value] : wanted)
         if (one(u"SELECT current_setting(%1, true)"_s.arg(literal(name))) != value)
@@ -116,7 +123,18 @@ void ReplicationSql::subscribe(Long digit, Long peer, const QString& address, bo
 }
 
 void ReplicationSql::waitForRows(const QString& subscription) const {
-    database_.executeNative(u"SELECT pglogical.wait_for_subscription_sync_complete(%1)"_s.arg(literal(subscription)));
+    const QString name = literal(subscription);
+    QDeadlineTimer workerIsGone(patience);
+    for (;;) {
+        const QString state = one(u"SELECT status::text FROM pglogical.show_subscription_status(%1)"_s.arg(name));
+        if (state == u"replicating") return;
+        // It is down for a moment too, until its worker has begun.
+        if (state != u"down") workerIsGone.setRemainingTime(patience);
+        if (workerIsGone.hasExpired()) break;
+        QThread::msleep(50);
+    }
+    database_.executeNative(u"SELECT pglogical.drop_subscription(%1)"_s.arg(name));
+    refuse(refusal::Internal, TextId::ReplicationNoRows, {subscription});
 }
 
 QList<ReplicationSql::Counter> ReplicationSql::counters() const {

@@ -26,6 +26,7 @@ public:
     void giveTablesAway() const;
     /// takesRows: the rows that are there now come before all changes.
     void subscribe(Long digit, Long peer, const QString& address, bool takesRows) const;
+    /// 3000 where they do not come; the subscription is gone then.
     void waitForRows(const QString& subscription) const;
 
     struct Counter {
