@@ -16,14 +16,14 @@ Ref<dao::Database> openCatalogue(dao::Workspace& workspace, const QString& name,
     return database;
 }
 
-bool catalogueExists(const QString& name) {
+bool catalogueExists(const QString& name, const dao::OpenOptions& options) {
     if (!dao::DBEngine::isServer(name)) return QFile::exists(name);
     const Ref<dao::Workspace> workspace = dao::DBEngine::CreateWorkspace();
-    return CatalogueSchema::hasTables(*workspace->OpenDatabase(name));
+    return CatalogueSchema::hasTables(*workspace->OpenDatabase(name, options));
 }
 
-void createCatalogue(const QString& name) {
-    CatalogueDraft(name).publish();
+void createCatalogue(const QString& name, const dao::OpenOptions& options) {
+    CatalogueDraft(name, options).publish();
 }
 
 /// Where a draft grows.
@@ -84,12 +84,13 @@ private:
 
 class CatalogueDraft::ServerPlace final : public Place {
 public:
-    explicit ServerPlace(const QString& url)
-        : url_(url) {}
+    ServerPlace(const QString& url, const dao::OpenOptions& options)
+        : url_(url)
+        , options_(options) {}
 
     // The lock of the transaction keeps two drafts of one catalogue apart.
     Ref<dao::Database> begin(dao::Workspace& workspace) override {
-        Ref<dao::Database> database = workspace.OpenDatabase(url_);
+        Ref<dao::Database> database = workspace.OpenDatabase(url_, options_);
         workspace.BeginTrans();
         if (CatalogueSchema::hasTables(*database)) throwError(refusal::Exists, {database->Name()});
         return database;
@@ -101,12 +102,13 @@ public:
 
 private:
     QString url_;
+    dao::OpenOptions options_;
 };
 
-CatalogueDraft::CatalogueDraft(const QString& name)
+CatalogueDraft::CatalogueDraft(const QString& name, const dao::OpenOptions& options)
     : workspace_(dao::DBEngine::CreateWorkspace()) {
     if (dao::DBEngine::isServer(name))
-        place_ = std::make_unique<ServerPlace>(name);
+        place_ = std::make_unique<ServerPlace>(name, options);
     else
         place_ = std::make_unique<FilePlace>(name);
     database_ = place_->begin(*workspace_);

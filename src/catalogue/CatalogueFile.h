@@ -13,17 +13,17 @@ Ref<dao::Database> openCatalogue(dao::Workspace& workspace, const QString& name,
 
 /// Whether there is a file of that name, or a table of a catalogue in the database of that address. Errors of
 /// Workspace::OpenDatabase for a server that does not answer.
-bool catalogueExists(const QString& name);
+bool catalogueExists(const QString& name, const dao::OpenOptions& options = {});
 
-/// Makes an empty catalogue. 3204 if it exists.
-void createCatalogue(const QString& name);
+/// Makes an empty catalogue. 3204 if it exists. The options are for a server.
+void createCatalogue(const QString& name, const dao::OpenOptions& options = {});
 
 /// A catalogue in the making, of which nobody ever sees half: a file grows under another name in the same folder,
 /// tables on a server in a transaction. Without publish() it leaves nothing behind.
 class CatalogueDraft {
 public:
-    /// 3204 if the catalogue exists, 3051 if the folder cannot be written.
-    explicit CatalogueDraft(const QString& name);
+    /// 3204 if the catalogue exists, 3051 if the folder cannot be written. The options are for a server.
+    explicit CatalogueDraft(const QString& name, const dao::OpenOptions& options = {});
     ~CatalogueDraft();
     CatalogueDraft(const CatalogueDraft&) = delete;
     CatalogueDraft& operator=(const CatalogueDraft&) = delete;

@@ -26,7 +26,7 @@ std::unique_ptr<RowSource> openSource(const QString& source, const ImportOptions
 }
 
 ImportReport importIntoNew(RowSource& source, const QString& target, const ImportOptions& options) {
-    CatalogueDraft draft(target);
+    CatalogueDraft draft(target, options.target);
     ImportWriter writer(draft.database(), options);
     source.readInto(writer);
     draft.publish();
@@ -35,7 +35,7 @@ ImportReport importIntoNew(RowSource& source, const QString& target, const Impor
 
 ImportReport importIntoEmpty(RowSource& source, const QString& target, const ImportOptions& options) {
     const Ref<dao::Workspace> workspace = dao::DBEngine::CreateWorkspace();
-    const Ref<dao::Database> database = openCatalogue(*workspace, target);
+    const Ref<dao::Database> database = openCatalogue(*workspace, target, options.target);
     WholeTransaction transaction(*workspace);
     if (!CatalogueSchema::isEmpty(*database)) refuse(refusal::Exists, TextId::CatalogueNotEmpty, {target});
     ImportWriter writer(*database, options);
@@ -51,7 +51,8 @@ ImportReport importCatalogue(const QString& source, const QString& target, const
 }
 
 ImportReport storeRows(RowSource& source, const QString& target, const ImportOptions& options) {
-    return catalogueExists(target) ? importIntoEmpty(source, target, options) : importIntoNew(source, target, options);
+    return catalogueExists(target, options.target) ? importIntoEmpty(source, target, options)
+                                                   : importIntoNew(source, target, options);
 }
 
 bool isImportableDatabase(const QString& file) {

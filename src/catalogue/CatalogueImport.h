@@ -1,5 +1,5 @@
 #pragma once
-#include "base/types.h"
+#include "dao/Workspace.h"
 
 #include <QList>
 #include <QString>
@@ -25,6 +25,8 @@ struct ImportOptions {
     std::function<bool(const QString& table, qint64 rows, qint64 expected)> progress;
     /// How long the reader of an .mdb may show no sign of life before the file counts as damaged.
     int silenceMilliseconds = 15000;
+    /// How a target on a server is opened.
+    dao::OpenOptions target = {};
 };
 
 /// Takes a catalogue over from an .mdb or .accdb file or from a folder of CSV files. The target is a new file or an

@@ -3,6 +3,7 @@
 #include "catalogue/CatalogueReplica.h"
 #include "catalogue/CatalogueTables.h"
 #include "catalogue/CategoryForest.h"
+#include "dao/Workspace.h"
 
 #include <QFileInfo>
 #include <algorithm>
@@ -40,7 +41,7 @@ void addForest(CatalogueInfo& info, const CategoryForest& forest) {
 CatalogueInfo CatalogueInfo::of(dao::Database& database) {
     CatalogueInfo info;
     info.file = database.Name();
-    info.fileBytes = QFileInfo(info.file).size();
+    if (!dao::DBEngine::isServer(info.file)) info.fileBytes = QFileInfo(info.file).size();
     info.updatable = database.Updatable();
     if (hasReplicaDigit(database)) info.replicaDigit = mkl::replicaDigit(database);
     for (const CatalogueTable& table : catalogueTables()) {

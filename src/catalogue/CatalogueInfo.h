@@ -12,7 +12,7 @@ struct CatalogueInfo {
         qint64 rows = 0;
     };
     QString file;
-    qint64 fileBytes = 0;
+    qint64 fileBytes = 0; ///< 0 on a server
     bool updatable = false;
     Variant replicaDigit; ///< Null where the file holds a number that is none
 

@@ -37,9 +37,10 @@ struct Peer {
     bool takesFromUs = false;
 };
 
-Peer askPeer(const QString& address, const QString& ownNode) {
+Peer askPeer(const QString& address, const QString& ownNode, const ReplicationOptions& options) {
     const Ref<dao::Workspace> workspace = dao::DBEngine::CreateWorkspace();
-    const Ref<dao::Database> database = openCatalogue(*workspace, address);
+    const Ref<dao::Database> database =
+        openCatalogue(*workspace, address, options.access ? options.access(address) : dao::OpenOptions());
     requireServer(*database);
     const ReplicationSql sql(*database);
     return {address, replicaDigit(*database), !sql.ownNode().isEmpty(), CatalogueSchema::isEmpty(*database),
@@ -92,7 +93,7 @@ void prepareReplication(dao::Database& database, const ReplicationOptions& optio
     sql.makeExtension();
     QList<Peer> peers;
     for (const QString& address : options.peers)
-        peers.append(askPeer(address, ReplicationSql::nodeName(options.digit)));
+        peers.append(askPeer(address, ReplicationSql::nodeName(options.digit), options));
     requireFreeDigit(sql, options.digit, peers);
 
     setReplicaDigit(database, options.digit);
@@ -102,6 +103,16 @@ void prepareReplication(dao::Database& database, const ReplicationOptions& optio
         if (subscribe(sql, database, peer, options.digit, options))
             sql.waitForRows(ReplicationSql::subscriptionName(options.digit, peer.digit));
     setCounters(sql, options.digit);
+}
+
+// Who may not set the digit is told so before a counter has moved.
+void giveReplicaDigit(dao::Database& database, Long digit) {
+    if (!dao::DBEngine::isServer(database.Name())) return setReplicaDigit(database, digit);
+    const ReplicationSql sql(database);
+    const QString node = sql.ownNode();
+    if (!node.isEmpty()) refuse(refusal::NotOffered, TextId::ReplicationDigitByInit, {node});
+    setReplicaDigit(database, digit);
+    setCounters(sql, digit);
 }
 
 ReplicationStatus replicationStatus(dao::Database& database) {

@@ -1,9 +1,10 @@
 #pragma once
 // Catalogues on servers that exchange their rows in both directions, one at each site.
-#include "dao/Database.h"
+#include "dao/Workspace.h"
 
 #include <QList>
 #include <QString>
+#include <functional>
 #include <optional>
 
 namespace mkl {
@@ -41,6 +42,8 @@ struct ReplicationOptions {
     QString address;       ///< of this catalogue, as the server itself reaches it
     QStringList peers;     ///< of the other catalogues, as both this program and the server reach them
     bool sameRows = false; ///< somebody vouches that this catalogue holds the rows of its peers already
+    /// How a peer is opened, by its address; without one as an ordinary catalogue.
+    std::function<dao::OpenOptions(const QString& address)> access = {};
 };
 
 /// Prepares a catalogue on a server for working together with others: extension, node, all tables in the set that is
@@ -52,6 +55,11 @@ void prepareReplication(dao::Database& database, const ReplicationOptions& optio
 
 /// 3251 for a file.
 ReplicationStatus replicationStatus(dao::Database& database);
+
+/// Sets the replica digit of a catalogue that works alone; on a server its counters give keys that end in it from now
+/// on. 5 outside 0 to 9, 3251 for a catalogue that is prepared for working together with others; otherwise errors of
+/// Database::setLocalNumber().
+void giveReplicaDigit(dao::Database& database, Long digit);
 
 /// The smallest number above the highest present key that ends in the digit, never below 10.
 qint64 nextReplicaKey(std::optional<qint64> highest, Long digit);

@@ -36,6 +36,31 @@ qint64 countOf(dao::Database& database, const QString& table) {
     return rows->value(0).toLong();
 }
 
+/// As long as it lives the transactions of a database on a server see one moment, whoever writes; elsewhere the lock of
+/// a transaction does that.
+class OneMoment {
+public:
+    explicit OneMoment(dao::Database& database)
+        : database_(database)
+        , isOnServer_(dao::DBEngine::isServer(database.Name())) {
+        if (isOnServer_) database_.executeNative(u"SET default_transaction_isolation = 'repeatable read'"_s);
+    }
+    ~OneMoment() {
+        try {
+            if (isOnServer_) database_.executeNative(u"RESET default_transaction_isolation"_s);
+        } catch (const RunTimeError&) {
+            // A lost connection begins anew without the setting.
+        }
+    }
+    Q_DISABLE_COPY_MOVE(OneMoment)
+
+    bool isOnServer() const { return isOnServer_; }
+
+private:
+    dao::Database& database_;
+    bool isOnServer_;
+};
+
 } // namespace
 
 DatabaseSource::DatabaseSource(dao::Workspace& workspace, dao::Database& database)
@@ -44,8 +69,9 @@ DatabaseSource::DatabaseSource(dao::Workspace& workspace, dao::Database& databas
 
 void DatabaseSource::readInto(RowSink& sink) {
     // A file that may only be read takes no lock; nothing is ever committed here.
-    std::optional<WholeTransaction> oneMoment;
-    if (database_.Updatable()) oneMoment.emplace(workspace_);
+    const OneMoment moment(database_);
+    std::optional<WholeTransaction> reading;
+    if (database_.Updatable() || moment.isOnServer()) reading.emplace(workspace_);
     const QStringList names = database_.tableNames();
     const QList<int> positions = matchTables(names, sink);
     for (int table = 0; table < positions.size(); ++table)

@@ -170,7 +170,7 @@ private:
 
 void DemoCatalogue::create(const QString& file) const {
     if (articles < 0 || categories < 0) throwError(err::InvalidArgument);
-    CatalogueDraft draft(file);
+    CatalogueDraft draft(file, target);
     DemoWriter(*this, draft.database()).write();
     draft.publish();
 }

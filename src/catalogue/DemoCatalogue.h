@@ -1,5 +1,5 @@
 #pragma once
-#include "base/types.h"
+#include "dao/Workspace.h"
 
 #include <QString>
 #include <functional>
@@ -14,7 +14,9 @@ struct DemoCatalogue {
     /// Called now and then with the rows so far and the number of all; false cancels.
     std::function<bool(qint64 rows, qint64 expected)> progress = {};
 
-    /// Writes it to a new file. 3204 if the file exists, 5 for a negative figure,
+    dao::OpenOptions target = {}; ///< how a server is opened
+
+    /// Writes it to a new file or an empty database on a server. 3204 if the catalogue exists, 5 for a negative figure,
     /// 3059 cancelled.
     void create(const QString& file) const;
 };

@@ -25,6 +25,9 @@ public:
     /// The same with a locale instead of --language.
     ToolResult runIn(const QString& locale, const QStringList& arguments, const QByteArray& input = {}) const;
 
+    /// For all runs from now on.
+    void setVariable(const QString& name, const QString& value) { environment_.insert(name, value); }
+
     QString path(const QString& name) const { return folder_.filePath(name); }
     QStringList files() const;
 

@@ -155,6 +155,17 @@ TEST(Preparing, aServerWithoutTheSettingsIsTold) {
     EXPECT_EQ(status(site).status, 0);
 }
 
+TEST(Preparing, theDigitOfAPreparedSiteStaysWithItsCounters) {
+    Site site;
+    EXPECT_EQ(init(site, 3).status, 0);
+    const ToolResult refused = tool({u"replica"_s, u"digit"_s, site.url(), u"4"_s});
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_TRUE(refused.errors.contains(u"'mkl_3'") && refused.errors.contains(u"mklart replica init"))
+        << refused.errors.toStdString();
+    EXPECT_EQ(replicaDigit(*site.open()), 3);
+    EXPECT_EQ(newAssignment(site), "13");
+}
+
 TEST(Preparing, aFileIsRefused) {
     const QTemporaryDir folder;
     const QString file = folder.filePath(u"a.sqlite"_s);

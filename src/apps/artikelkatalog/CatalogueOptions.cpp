@@ -3,6 +3,7 @@
 #include "apps/artikelkatalog/Failure.h"
 #include "apps/artikelkatalog/SenderChoice.h"
 #include "catalogue/CatalogueReplica.h"
+#include "catalogue/CatalogueReplication.h"
 
 #include <QComboBox>
 #include <QDialogButtonBox>
@@ -96,7 +97,7 @@ void CatalogueOptions::accept() {
 
 void CatalogueOptions::store() {
     if (!hasReplicaDigit(*catalogue_) || replicaDigit(*catalogue_) != digit_->value())
-        setReplicaDigit(*catalogue_, digit_->value());
+        giveReplicaDigit(*catalogue_, digit_->value());
     senders_.choose(*catalogue_, sender_->currentData().toInt());
 }
 

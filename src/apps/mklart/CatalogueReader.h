@@ -6,7 +6,7 @@ namespace mkl {
 /// The catalogue of one command.
 class CatalogueReader {
 public:
-    explicit CatalogueReader(const QString& file);
+    explicit CatalogueReader(const QString& file, const dao::OpenOptions& options = {});
 
     dao::Workspace& workspace() { return *workspace_; }
     dao::Database& database() { return *database_; }

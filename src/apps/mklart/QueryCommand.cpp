@@ -2,6 +2,7 @@
 
 #include "apps/mklart/Console.h"
 #include "apps/mklart/JsonText.h"
+#include "apps/mklart/ServerAccess.h"
 #include "base/RunTimeError.h"
 
 #include <iostream>
@@ -61,7 +62,7 @@ bool answerLines(const Answer& answer) {
 
 QueryFile::QueryFile(const Invocation& call)
     : workspace_(dao::DBEngine::CreateWorkspace())
-    , database_(workspace_->OpenDatabase(call.argument(0), openOptions(call))) {}
+    , database_(workspace_->OpenDatabase(call.argument(0), accessTo(call.argument(0), openOptions(call)))) {}
 
 QList<Option> queryFileOptions() {
     return {{u"read-only"_s, {}, TextId::ToolHelpReadOnly}, {u"wait"_s, u"SECONDS"_s, TextId::ToolHelpWait}};

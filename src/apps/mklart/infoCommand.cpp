@@ -44,7 +44,7 @@ QString asJson(const CatalogueInfo& info) {
         rows.insert(table, count);
     const QJsonObject object{
         {u"file"_s, info.file},
-        {u"bytes"_s, info.fileBytes},
+        {u"bytes"_s, info.fileBytes > 0 ? QJsonValue(info.fileBytes) : QJsonValue()},
         {u"updatable"_s, info.updatable},
         {u"replicaDigit"_s, jsonOf(info.replicaDigit)},
         {u"rows"_s, rows},
@@ -63,7 +63,8 @@ QString asJson(const CatalogueInfo& info) {
 }
 
 void printText(const CatalogueInfo& info) {
-    const QString file = text(TextId::ToolInfoBytes, {info.file, QString::number(info.fileBytes)});
+    const QString file =
+        info.fileBytes > 0 ? text(TextId::ToolInfoBytes, {info.file, QString::number(info.fileBytes)}) : info.file;
     printLine(info.updatable ? file : text(TextId::ToolInfoReadOnly, {file}));
     for (const auto& [table, count] : info.rows)
         printLine(u"%1 %2"_s.arg(count, 10).arg(table));

@@ -3,6 +3,7 @@
 #include "apps/mklart/Command.h"
 #include "apps/mklart/Commands.h"
 #include "apps/mklart/Console.h"
+#include "apps/mklart/ServerAccess.h"
 #include "catalogue/CatalogueCopy.h"
 #include "catalogue/CatalogueFile.h"
 #include "catalogue/CatalogueImport.h"
@@ -36,7 +37,8 @@ struct ShownProgress {
     ProgressLine line;
     ImportOptions options;
 
-    ShownProgress() {
+    explicit ShownProgress(const QString& target) {
+        options.target = accessTo(target);
         options.progress = [this](const QString& table, qint64 rows, qint64 expected) {
             line.show(table, rows, expected);
             return true;
@@ -65,7 +67,7 @@ void warnOfDigits(const dao::Database& source, const dao::Database& target) {
 } // namespace
 
 int runNew(const Invocation& call) {
-    createCatalogue(call.argument(0));
+    createCatalogue(call.argument(0), accessTo(call.argument(0)));
     printLine(text(TextId::ToolCreated, {call.argument(0)}));
     return Success;
 }
@@ -80,6 +82,7 @@ int runDemo(const Invocation& call) {
         progress.show(call.argument(0), rows, expected);
         return true;
     };
+    demo.target = accessTo(call.argument(0));
     demo.create(call.argument(0));
     printLine(text(TextId::ToolCreated, {call.argument(0)}));
     return Success;
@@ -88,14 +91,15 @@ int runDemo(const Invocation& call) {
 int runImport(const Invocation& call) {
     const QString source = call.argument(0);
     const QString target = call.argument(1).isEmpty() ? defaultTarget(source) : call.argument(1);
-    const ShownProgress shown;
+    const ShownProgress shown(target);
     printReport(importCatalogue(source, target, shown.options), target, TextId::ToolImported);
     return Success;
 }
 
 int runCopy(const Invocation& call) {
-    CatalogueReader source(call.argument(0));
-    const ShownProgress shown;
+    // Nobody who works on a server waits for a copy of it.
+    CatalogueReader source(call.argument(0), {.readOnly = dao::DBEngine::isServer(call.argument(0))});
+    const ShownProgress shown(call.argument(1));
     const ImportReport report = copyCatalogue(source.workspace(), source.database(), call.argument(1), shown.options);
     printReport(report, call.argument(1), TextId::ToolCopied);
     warnOfDigits(source.database(), CatalogueReader(call.argument(1)).database());

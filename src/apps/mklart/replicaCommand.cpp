@@ -3,6 +3,7 @@
 #include "apps/mklart/Command.h"
 #include "apps/mklart/Commands.h"
 #include "apps/mklart/Console.h"
+#include "apps/mklart/ServerAccess.h"
 #include "catalogue/CatalogueReplica.h"
 #include "catalogue/CatalogueReplication.h"
 
@@ -87,7 +88,7 @@ int prepare(const Invocation& call) {
     const QString own = call.argument(1);
     const ReplicationOptions options{call.number(u"digit"_s, 0, 0, 9),
                                      call.has(u"address"_s) ? call.value(u"address"_s) : own, call.values(u"peer"_s),
-                                     call.has(u"same-rows"_s)};
+                                     call.has(u"same-rows"_s), [](const QString& peer) { return accessTo(peer); }};
     CatalogueReader catalogue(own);
     prepareReplication(catalogue.database(), options);
     printReplication(call, catalogue.database());
@@ -105,7 +106,7 @@ Long wantedDigit(const Invocation& call) {
 int setDigit(const Invocation& call) {
     const Long digit = wantedDigit(call);
     CatalogueReader catalogue(call.argument(1));
-    setReplicaDigit(catalogue.database(), digit);
+    giveReplicaDigit(catalogue.database(), digit);
     printStatus(call, catalogue.database());
     return Success;
 }

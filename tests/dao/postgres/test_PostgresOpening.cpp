@@ -2,6 +2,7 @@
 #include "dao/OpenedDatabase.h"
 #include "dao/ServerAddress.h"
 #include "dao/postgres/ServerRole.h"
+#include "support/PasswordDemanded.h"
 
 #include <QRegularExpression>
 
@@ -22,33 +23,6 @@ Failure failureOf(const QString& address, const QString& password = {}) {
     }
     return {};
 }
-
-/// The server asks a user for a password as long as the object lives.
-class PasswordDemanded {
-public:
-    PasswordDemanded(const QString& url, const QByteArray& user)
-        : url_(url)
-        , rules_(mkl::runOnServer(url, "SELECT pg_read_file(current_setting('hba_file'))")) {
-        setRules("local all " + user + " scram-sha-256\n" + rules_);
-    }
-    ~PasswordDemanded() { setRules(rules_); }
-    Q_DISABLE_COPY_MOVE(PasswordDemanded)
-
-private:
-    void setRules(const QByteArray& rules) const {
-        mkl::runOnServer(
-            url_, "DO $do$ BEGIN EXECUTE format('COPY (SELECT unnest(string_to_array(%L, chr(10)))) TO %L', $hba$" +
-                      rules + "$hba$, current_setting('hba_file')); END $do$");
-        const QByteArray before = loaded();
-        mkl::runOnServer(url_, "SELECT pg_reload_conf()");
-        while (loaded() == before) {
-        }
-    }
-    QByteArray loaded() const { return mkl::runOnServer(url_, "SELECT pg_conf_load_time()"); }
-
-    QString url_;
-    QByteArray rules_;
-};
 
 } // namespace
 
@@ -94,7 +68,7 @@ TEST(PostgresOpening, APasswordIsAskedForCheckedAndKeptForReconnecting) {
     const TempDatabase file(threeRows());
     const ServerRole clerk(file.path(), "mkl_clerk",
                            "GRANT USAGE ON SCHEMA public TO ROLE; GRANT SELECT ON ALL TABLES IN SCHEMA public TO ROLE");
-    const PasswordDemanded demanded(file.path(), "mkl_clerk");
+    const mkl::PasswordDemanded demanded(file.path(), "mkl_clerk");
     const Failure needed = failureOf(clerk.url());
     EXPECT_EQ(needed.number, 3148);
     EXPECT_EQ(needed.description, u"Der Server verlangt ein Kennwort für den Benutzer 'mkl_clerk'."_s);
