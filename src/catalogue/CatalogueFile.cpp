@@ -92,8 +92,9 @@ public:
     Ref<dao::Database> begin(dao::Workspace& workspace) override {
         Ref<dao::Database> database = workspace.OpenDatabase(url_, options_);
         workspace.BeginTrans();
-        if (CatalogueSchema::hasTables(*database)) throwError(refusal::Exists, {database->Name()});
-        return database;
+        if (!CatalogueSchema::hasTables(*database)) return database;
+        workspace.Rollback();
+        refuse(refusal::Exists, TextId::CatalogueOnServer, {url_});
     }
 
     void finish(dao::Database& /*database*/) override {}
@@ -105,8 +106,12 @@ private:
     dao::OpenOptions options_;
 };
 
+CatalogueDraft::CatalogueDraft()
+    : workspace_(dao::DBEngine::CreateWorkspace()) {}
+
+// What fails here is taken back by the destructor, since the other constructor is through.
 CatalogueDraft::CatalogueDraft(const QString& name, const dao::OpenOptions& options)
-    : workspace_(dao::DBEngine::CreateWorkspace()) {
+    : CatalogueDraft() {
     if (dao::DBEngine::isServer(name))
         place_ = std::make_unique<ServerPlace>(name, options);
     else

@@ -41,6 +41,7 @@ private:
     class FilePlace;
     class ServerPlace;
 
+    CatalogueDraft();
     void close();
 
     std::unique_ptr<Place> place_;

@@ -37,7 +37,10 @@ ImportReport importIntoEmpty(RowSource& source, const QString& target, const Imp
     const Ref<dao::Workspace> workspace = dao::DBEngine::CreateWorkspace();
     const Ref<dao::Database> database = openCatalogue(*workspace, target, options.target);
     WholeTransaction transaction(*workspace);
-    if (!CatalogueSchema::isEmpty(*database)) refuse(refusal::Exists, TextId::CatalogueNotEmpty, {target});
+    if (!CatalogueSchema::isEmpty(*database))
+        refuse(refusal::Exists,
+               dao::DBEngine::isServer(target) ? TextId::CatalogueNotEmptyOnServer : TextId::CatalogueNotEmpty,
+               {target});
     ImportWriter writer(*database, options);
     source.readInto(writer);
     transaction.commit();
