@@ -124,8 +124,9 @@ ReplicationStatus replicationStatus(dao::Database& database) {
     status.nextAssignment = sql.nextAssignment();
     status.nextCategory = nextReplicaKey(sql.highestCategory(status.digit), status.digit);
     if (!sql.hasExtension()) return status;
-    status.node = sql.ownNode();
     status.conflicts = sql.conflictPolicy();
+    status.node = sql.ownNode();
+    if (status.node.isEmpty()) return status; // from a backup: the extension without what it was told
     status.subscriptions = sql.subscriptions();
     status.consumers = sql.consumers();
     return status;

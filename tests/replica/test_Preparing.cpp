@@ -166,6 +166,19 @@ TEST(Preparing, theDigitOfAPreparedSiteStaysWithItsCounters) {
     EXPECT_EQ(newAssignment(site), "13");
 }
 
+TEST(Preparing, aRestoredCatalogueIsPreparedAnew) {
+    Site site;
+    EXPECT_EQ(init(site, 3).status, 0);
+    EXPECT_EQ(newAssignment(site), "13");
+    site.native(u"SELECT pglogical.drop_node('mkl_3')"_s); // a backup does not hold it
+    const ToolResult alone = status(site);
+    EXPECT_EQ(alone.status, 0) << alone.errors.toStdString();
+    EXPECT_TRUE(alone.output.startsWith(u"Stelle: keine\nReplik-Ziffer: 3\n")) << alone.output.toStdString();
+    EXPECT_EQ(init(site, 3).status, 0);
+    EXPECT_EQ(status(site).status, 0);
+    EXPECT_EQ(newAssignment(site), "23");
+}
+
 TEST(Preparing, aFileIsRefused) {
     const QTemporaryDir folder;
     const QString file = folder.filePath(u"a.sqlite"_s);
