@@ -127,3 +127,12 @@ TEST_F(ServerRoles, anotherSiteMayFetch) {
     EXPECT_EQ(database.native("SELECT rolreplication FROM pg_roles WHERE rolname = 'mkl_replication'"), "t");
     EXPECT_TRUE(mayNot(u"mkl_replication"_s, "DELETE FROM public.\"ARTKAT\""));
 }
+
+TEST_F(ServerRoles, aNewerProgramWaitsForTheOwner) {
+    database.native("COMMENT ON SCHEMA mkl IS '1'"); // as an older program left it
+    const ToolResult early = tool.run({u"check"_s, database.urlFor(u"mkl_clerk"_s)});
+    EXPECT_EQ(early.status, 1);
+    EXPECT_TRUE(early.errors.contains(u"Ihr Eigentümer muss sie einmal öffnen")) << early.errors.toStdString();
+    EXPECT_EQ(tool.run({u"check"_s, database.urlFor(u"mkl_owner"_s)}).status, 0);
+    EXPECT_EQ(tool.run({u"check"_s, database.urlFor(u"mkl_clerk"_s)}).status, 0);
+}
