@@ -3,6 +3,7 @@
 #include "bench/Articles.h"
 #include "bench/Row.h"
 #include "bench/ServerCatalogue.h"
+#include "dao/Walk.h"
 
 #include <QHash>
 #include <QTreeWidget>
@@ -126,6 +127,7 @@ Result serverTreeRow() {
     std::vector<ServerNode> walked, whole;
     result.ours = medianSeconds(Runs, [&] {
         walked.clear();
+        const dao::Walk readAhead(*server.database);
         walk(*server.database, 0, u"[Parent] Is Null"_s, walked);
         fillWidget(walked);
     });

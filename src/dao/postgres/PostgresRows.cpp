@@ -8,6 +8,8 @@
 #include <bit>
 #include <cmath>
 
+using namespace Qt::StringLiterals;
+
 namespace dao {
 
 using jet::ColumnType;
@@ -62,13 +64,32 @@ void appendNumeric(RowStore& rows, const char* bytes) {
     whole ? rows.appendInteger(integer) : rows.appendReal(text.toDouble());
 }
 
+// The digits of a number in front of end, in place of the zeros there.
+void writeDigits(char* end, int number) {
+    for (; number > 0; number /= 10)
+        *--end = static_cast<char>('0' + number % 10);
+}
+
 // Days and seconds since 2000-01-01 as a date is stored. Not by way of its number: before 1899-12-30 that counts the
 // time of day the other way round.
 void appendDate(RowStore& rows, qint64 days, qint64 seconds) {
     const QDate date = QDate::fromJulianDay(firstJulianDay + days);
-    const QTime time = QTime::fromMSecsSinceStartOfDay(static_cast<int>(seconds * 1000));
-    const QString text = date.toString(QStringLiteral("yyyy-MM-dd ")) + time.toString(QStringLiteral("HH:mm:ss"));
-    rows.appendText(text.toLatin1());
+    const auto second = static_cast<int>(seconds);
+    int year = 0, month = 0, day = 0;
+    date.getDate(&year, &month, &day);
+    if (year < 1 || year > 9999) {
+        const QTime time = QTime::fromMSecsSinceStartOfDay(second * 1000);
+        const QString text = date.toString(u"yyyy-MM-dd "_s) + time.toString(u"HH:mm:ss"_s);
+        return rows.appendText(text.toLatin1());
+    }
+    char text[] = "0000-00-00 00:00:00";
+    writeDigits(text + 4, year);
+    writeDigits(text + 7, month);
+    writeDigits(text + 10, day);
+    writeDigits(text + 13, second / 3600);
+    writeDigits(text + 16, second / 60 % 60);
+    writeDigits(text + 19, second % 60);
+    rows.appendText(QByteArrayView(text, 19));
 }
 
 void appendTimestamp(RowStore& rows, qint64 microseconds) {
