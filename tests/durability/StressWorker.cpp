@@ -11,45 +11,42 @@ namespace mkl {
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-constexpr std::array<Long, 3> categories = {41, 42, 43};
-
-} // namespace
-
-QByteArray StressWorker::counter() {
-    return "CREATE TABLE Stand (Nr INTEGER PRIMARY KEY, Zahl INTEGER); INSERT INTO Stand VALUES (1, 0);";
+QString StressWorker::counter(Long groups) {
+    QString statements = u"CREATE TABLE Stand (Nr INTEGER PRIMARY KEY, Zahl INTEGER);"_s;
+    for (Long group = 1; group <= groups; ++group)
+        statements += u"INSERT INTO Stand VALUES (%1, 0);"_s.arg(group);
+    return statements;
 }
 
-StressWorker::StressWorker(ScriptedWorld& world, const QString& file, int who, quint32 seed, Articles articles)
+StressWorker::StressWorker(ScriptedWorld& world, const QString& file, StressRole role, quint32 seed)
     : world_(world)
     , host_(world, file, {.busyTimeoutMilliseconds = 60'000})
-    , who_(who)
-    , seed_(seed)
-    , articles_(articles) {
-    host_.show(categories.front());
+    , role_(std::move(role))
+    , seed_(seed) {
+    host_.show(role_.categories.front());
     pairs_ = storedPairs();
 }
 
 StressWorker::~StressWorker() = default;
 
 void StressWorker::begin(int round, quint32 step) {
-    std::seed_seq sequence{seed_, static_cast<quint32>(who_), static_cast<quint32>(round), step};
+    std::seed_seq sequence{seed_, static_cast<quint32>(role_.who), static_cast<quint32>(round), step};
     random_.seed(sequence);
     world_.user.answers.clear();
     world_.forms.answers.clear();
     host_.reports().clear();
-    step_ = {.who = who_, .round = round};
+    step_ = {.who = role_.who, .round = round};
 }
 
 qint64 StressWorker::commits() const {
-    return host_.database().OpenRecordset(u"SELECT Zahl FROM Stand"_s, dao::dbOpenForwardOnly)->value(0).toLong();
+    const QString sql = u"SELECT Zahl FROM Stand WHERE Nr=%1"_s.arg(role_.group);
+    return host_.database().OpenRecordset(sql, dao::dbOpenForwardOnly)->value(0).toLong();
 }
 
 StressStep StressWorker::read(int round) {
     begin(round, 0);
     step_.isRead = true;
-    category_ = categories[static_cast<size_t>(pick(categories.size()))];
+    category_ = someCategory();
     do {
         step_.from = commits();
         host_.browser().setSelected(acbPaneCategoryTree, category_);
@@ -73,6 +70,7 @@ StressStep StressWorker::act(int round) {
     };
     (this->*actions[static_cast<size_t>(pick(actions.size()))])();
     dao::FaultPoints::setObserver({});
+    step_.reports = host_.reports().size();
     return step_;
 }
 
@@ -80,12 +78,12 @@ StressStep StressWorker::act(int round) {
 void StressWorker::observe(QByteArrayView native) {
     if (std::exchange(hasBegun_, native.startsWith("BEGIN"))) step_.from = step_.to = commits();
     if (native != "COMMIT" || step_.commits()) return;
-    host_.database().executeNative(u"UPDATE Stand SET Zahl=Zahl+1"_s);
+    host_.database().Execute(u"UPDATE Stand SET Zahl=Zahl+1 WHERE Nr=%1"_s.arg(role_.group), dao::dbFailOnError);
     step_.to = commits();
 }
 
 bool StressWorker::isMine(Long article) const {
-    return articles_ == Articles::All || article % 2 == who_;
+    return role_.articles == StressRole::Articles::All || article % role_.programs == role_.who;
 }
 
 /// The places of the list's rows with its own articles.
@@ -158,7 +156,7 @@ void StressWorker::moveArticles() {
     if (places.isEmpty()) return;
     std::ranges::shuffle(places, random_);
     places.resize(std::min<qsizetype>(places.size(), 1 + pick(2)));
-    const Long target = categories[static_cast<size_t>(pick(categories.size()))];
+    const Long target = someCategory();
     host_.selectRows(places);
     world_.user.answers = {vbOK};
     answerPosition();
@@ -194,8 +192,8 @@ StressWorker::Pairs StressWorker::storedPairs() const {
 }
 
 QString StressWorker::complaint() const {
-    if (articles_ == Articles::All) return {}; // others changed them too
-    return pairs_ == storedPairs() ? QString() : u"articles of program %1 are not where it put them"_s.arg(who_);
+    if (role_.articles == StressRole::Articles::All) return {}; // others changed them too
+    return pairs_ == storedPairs() ? QString() : u"articles of program %1 are not where it put them"_s.arg(role_.who);
 }
 
 } // namespace mkl

@@ -19,17 +19,28 @@ struct StressStep {
     qint64 to = 0;
 
     bool commits() const { return from != to; }
+
+    qint64 reports = 0; ///< failures that the user was told
+};
+
+/// Which of several programs one is.
+struct StressRole {
+    /// Which articles it adds and takes out: those with its own part of the keys, or all of them.
+    enum class Articles : quint8 { Own, All };
+
+    int who = 0;
+    int programs = 2;
+    Articles articles = Articles::Own;
+    QList<Long> categories = {41, 42, 43};
+    Long group = 1; ///< of the programs that work in these categories; their commits are counted
 };
 
 class StressWorker {
 public:
-    /// Which articles a program adds and takes out: those with its own half of the keys, or all of them.
-    enum class Articles : quint8 { Own, All };
+    /// Native statements, in the language of files, that make a database count the commits of so many groups.
+    static QString counter(Long groups);
 
-    /// Native statements that make a file count the commits.
-    static QByteArray counter();
-
-    StressWorker(ScriptedWorld& world, const QString& file, int who, quint32 seed, Articles articles);
+    StressWorker(ScriptedWorld& world, const QString& file, StressRole role, quint32 seed);
     ~StressWorker();
     Q_DISABLE_COPY_MOVE(StressWorker)
 
@@ -45,6 +56,7 @@ private:
 
     Long pick(Long count) { return static_cast<Long>(random_() % static_cast<quint32>(count)); }
     void begin(int round, quint32 step);
+    Long someCategory() { return role_.categories[pick(static_cast<Long>(role_.categories.size()))]; }
     void observe(QByteArrayView native);
     qint64 commits() const;
     bool isMine(Long article) const;
@@ -60,9 +72,8 @@ private:
 
     ScriptedWorld& world_;
     CommandHost host_;
-    const int who_;
+    const StressRole role_;
     const quint32 seed_;
-    const Articles articles_;
     std::mt19937 random_;
     Long category_ = 0;
     StressStep step_;

@@ -1,6 +1,7 @@
 // What a command of the browser leaves when the process, a write or a statement fails in the middle of it.
 #include "CommandRun.h"
 
+#include "support/PostgresServer.h"
 #include "support/Printing.h"
 
 #include <QElapsedTimer>
@@ -39,10 +40,11 @@ PointRange rangeOf(qint64 points, qint64& number) {
 Sum runAll(const BrowserCommand& command, qint64& number) {
     Sum sum;
     for (const JournalMode mode : journalModes) {
+        if (testsOnServer() && mode == JournalMode::WriteAhead) continue;
         CommandRun run(command, mode);
-        sum.allPoints += run.points() * std::ssize(fileFaults);
+        if (!testsOnServer()) sum.allPoints += run.points() * std::ssize(fileFaults);
         for (const FileFault fault : fileFaults)
-            sum.points += run.fileFaults(fault, rangeOf(run.points(), number));
+            if (!testsOnServer()) sum.points += run.fileFaults(fault, rangeOf(run.points(), number));
         if (mode == JournalMode::WriteAhead) continue; // a statement that is not run knows no journal
         sum.allStatements += run.statements() * std::ssize(statementFaults);
         for (const dao::StatementFault fault : statementFaults)
@@ -79,7 +81,7 @@ protected:
     static void TearDownTestSuite() {
         std::cout << "All commands: " << all << '\n';
         if (ran != browserCommands(articles).size()) return;
-        EXPECT_GE(all.allPoints, 5000);
+        if (!testsOnServer()) EXPECT_GE(all.allPoints, 5000);
         EXPECT_GE(all.allStatements, 1500);
     }
 

@@ -1,6 +1,8 @@
 #include "support/FaultFile.h"
 
 #include "dao/Workspace.h"
+#include "support/PostgresServer.h"
+#include "support/ServerRows.h"
 
 #include <QFile>
 #include <gtest/gtest.h>
@@ -38,22 +40,26 @@ FaultFile::FaultFile(const QByteArray& tables, JournalMode mode)
 FaultFile::FaultFile(const CopyOf& original, JournalMode mode) {
     file_.copy(original.file);
     // Pages change their size in no other journal mode.
-    file_.run(journal(JournalMode::Rollback) + pageSize + "VACUUM;" + journal(mode) + probe);
+    if (!testsOnServer()) file_.run(journal(JournalMode::Rollback) + pageSize + "VACUUM;" + journal(mode));
+    file_.run(probe);
     keep();
 }
 
 void FaultFile::keep() {
+    if (testsOnServer()) return ServerRows(path()).keep();
     before_ = file_.bytes();
     FaultVfs::installAsDefault(); // for the sake of speed: nothing here waits for the disk
 }
 
 void FaultFile::restore() const {
+    if (testsOnServer()) return ServerRows(path()).restore();
     for (const QString& suffix : {u"-journal"_s, u"-wal"_s, u"-shm"_s})
         QFile::remove(path() + suffix);
     file_.overwrite(before_);
 }
 
 QByteArray FaultFile::content() const {
+    if (testsOnServer()) return ServerRows(path()).content();
     QByteArray content;
     const QByteArray names = file_.one("SELECT group_concat(name, '|') FROM (SELECT name FROM sqlite_master "
                                        "WHERE type='table' AND name NOT LIKE 'sqlite%' ORDER BY name)");
@@ -70,7 +76,7 @@ QByteArray FaultFile::content() const {
 }
 
 void FaultFile::expectSound() const {
-    EXPECT_EQ(file_.one("PRAGMA integrity_check"), "ok");
+    if (!testsOnServer()) EXPECT_EQ(file_.one("PRAGMA integrity_check"), "ok");
     const auto workspace = dao::DBEngine::CreateWorkspace();
     const auto database = workspace->OpenDatabase(path(), {.busyTimeoutMilliseconds = 0});
     writeProbe(*database);

@@ -180,6 +180,17 @@ void PostgresServer::returnDatabase(const QString& url) {
     d_->free.append(url);
 }
 
+void PostgresServer::copy(const QString& from, const QString& to) {
+    QProcess dump, restore;
+    dump.setStandardOutputProcess(&restore);
+    restore.setProcessChannelMode(QProcess::MergedChannels);
+    dump.start(binary(u"pg_dump"_s), {u"--schema=public"_s, u"--no-owner"_s, from});
+    restore.start(binary(u"psql"_s), {u"-X"_s, u"-q"_s, u"-d"_s, to});
+    const bool ended = dump.waitForFinished(patience) && restore.waitForFinished(patience);
+    if (!ended || dump.exitCode() != 0 || restore.exitCode() != 0)
+        throw std::runtime_error((dump.readAllStandardError() + restore.readAll()).toStdString());
+}
+
 QByteArray runOnServer(const QString& url, const QByteArray& native) {
     const std::unique_ptr<PGconn, void (*)(PGconn*)> connection(PQconnectdb(url.toUtf8().constData()), &PQfinish);
     PQsetNoticeReceiver(

@@ -24,6 +24,9 @@ public:
     void returnDatabase(const QString& url);
     QString urlOf(const QByteArray& database) const;
 
+    /// Gives an empty database the tables of another one and their rows.
+    static void copy(const QString& from, const QString& to);
+
     void stop();
     void start();
     /// Ends it on the spot, as a failing machine does.

@@ -55,6 +55,7 @@ void TempDatabase::run(const QByteArray& nativeSql) const {
 }
 
 void TempDatabase::copy(const QString& other) const {
+    if (!url_.isEmpty()) return PostgresServer::copy(other, url_);
     QFile::remove(path());
     execute(other, "VACUUM INTO '" + path().toUtf8() + '\'');
 }
