@@ -197,10 +197,10 @@ TEST_F(CategoryCopyTest, aTargetWithinTheSourceIsRefused) {
 TEST_F(CategoryCopyTest, aLongChainIsCopied) {
     constexpr Long length = 3000;
     Long parent = 53;
-    catalogue.run(u"BEGIN"_s);
+    catalogue.workspace()->BeginTrans();
     for (Long link = 0; link < length; ++link, parent = 1000003 + 10 * link - 10)
         catalogue.addCategory({.key = 1000003 + 10 * link, .name = u"K"_s, .parent = parent});
-    catalogue.run(u"COMMIT"_s);
+    catalogue.workspace()->CommitTrans();
     show(53);
     EXPECT_NE(copy(53, 63), 0);
     EXPECT_EQ(takeReports(), QStringList());

@@ -26,9 +26,9 @@ TEST_F(HostileData, keysAtBothEndsOf32Bits) {
 }
 
 TEST_F(HostileData, namesAreTakenAsTheyStand) {
-    const QStringList names = {u"O'Reilly \"Zoll\""_s, u"[Klammer] {x}"_s,    u"a*b?c#d!"_s,         u"A-B"_s,
-                               u"vor\0nach"_s,         u"Zeile\r\nzwei"_s,    u"%1 %2 &Datei"_s,     u"Größe – Öl ß"_s,
-                               u"<b>fett</b>"_s,       QString(100000, u'x'), u"\U0001F529 Mutter"_s};
+    const QStringList names = {u"O'Reilly \"Zoll\""_s, u"[Klammer] {x}"_s,    u"a*b?c#d!"_s,     u"A-B"_s,
+                               u"Zeile\r\nzwei"_s,     u"%1 %2 &Datei"_s,     u"Größe – Öl ß"_s, u"<b>fett</b>"_s,
+                               QString(100000, u'x'),  u"\U0001F529 Mutter"_s};
     for (Long key = 1; key <= names.size(); ++key)
         catalogue.addCategory({.key = key, .name = names[key - 1], .order = key});
     EXPECT_EQ(browser->Populate(), names.size());
@@ -36,6 +36,22 @@ TEST_F(HostileData, namesAreTakenAsTheyStand) {
         EXPECT_EQ(NameFromNodeText(node(key)->Text()), names[key - 1]);
     EXPECT_EQ(takeReports(), QStringList());
     EXPECT_TRUE(user.shown.isEmpty());
+}
+
+TEST_F(HostileData, aNullCharacterIsKeptOrRefusedInWords) {
+    const QString name = u"vor\0nach"_s;
+    try {
+        catalogue.addCategory({.key = 1, .name = name});
+        EXPECT_FALSE(testsOnServer());
+        browser->Populate();
+        EXPECT_EQ(NameFromNodeText(node(1)->Text()), name);
+    } catch (const RunTimeError& error) {
+        EXPECT_TRUE(testsOnServer());
+        EXPECT_EQ(error.number(), 3421);
+        EXPECT_TRUE(error.description().contains(u"Nullzeichen"_s)) << error.description().toStdString();
+        EXPECT_EQ(browser->Populate(), 0);
+    }
+    EXPECT_EQ(takeReports(), QStringList());
 }
 
 TEST_F(HostileData, aThousandAndMoreReadBack) {

@@ -82,7 +82,7 @@ TEST_F(PoolFiltersTest, activeAndInactiveExcludeEachOther) {
 }
 
 TEST_F(PoolFiltersTest, withoutAnActiveArticleTheFilterSwitchesItselfOff) {
-    setActive(u"1"_s, false);
+    setActive(u"1 = 1"_s, false);
     filters().KLVArt_Active();
     EXPECT_EQ(takeMessages(), QStringList{u"Es gibt keine aktiven Artikel.|16"_s});
     EXPECT_EQ(checked(), QStringList());
@@ -91,7 +91,7 @@ TEST_F(PoolFiltersTest, withoutAnActiveArticleTheFilterSwitchesItselfOff) {
 }
 
 TEST_F(PoolFiltersTest, withoutAnInactiveArticleLikewise) {
-    setActive(u"1"_s, true);
+    setActive(u"1 = 1"_s, true);
     filters().KLVArt_InActive();
     EXPECT_EQ(takeMessages(), QStringList{u"Es gibt keine inaktiven Artikel.|16"_s});
     EXPECT_EQ(checked(), QStringList());
@@ -99,7 +99,7 @@ TEST_F(PoolFiltersTest, withoutAnInactiveArticleLikewise) {
 }
 
 TEST_F(PoolFiltersTest, theEntryIsCheckedAndThePoolEmptyWhileItsMessageShows) {
-    setActive(u"1"_s, false);
+    setActive(u"1 = 1"_s, false);
     bool wasChecked = false;
     Long rows = -1;
     user.whileShown = [&] {
@@ -239,7 +239,7 @@ TEST_F(PoolFiltersTest, aReadThatFailsReportsByItself) {
 }
 
 TEST_F(PoolFiltersTest, theHostMayCloseTheControlWhileAMessageShows) {
-    setActive(u"1"_s, false);
+    setActive(u"1 = 1"_s, false);
     user.whileShown = [this] { browser.reset(); };
     const auto closing = hub().shared_from_this();
     closing->poolFilters->KLVArt_Active();

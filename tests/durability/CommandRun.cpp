@@ -26,8 +26,8 @@ public:
             if (dao::FaultPoints::hasFired()) return;
             inTransaction_ = inTransaction_ || native_.startsWith("BEGIN");
             if (native_ == "COMMIT") {
+                behindCommit_ = behindCommit_ || inTransaction_; // else that of a single action
                 inTransaction_ = false;
-                behindCommit_ = true;
             }
             native_ = native.toByteArray();
             ++count_;
@@ -41,7 +41,7 @@ public:
     bool isBehindCommit() const { return behindCommit_; }
     // A server gives nothing up but with its connection: every statement is undone by itself.
     bool givesUp(dao::StatementFault fault) const {
-        if (testsOnServer()) return inTransaction_ && fault == dao::StatementFault::LostConnection;
+        if (testsOnServer() && fault != dao::StatementFault::LostConnection) return false;
         const bool writes =
             native_.startsWith("INSERT") || native_.startsWith("UPDATE") || native_.startsWith("DELETE");
         return inTransaction_ &&
@@ -230,8 +230,7 @@ void CommandRun::judge(FaultReport& report, const Ended& ended) const {
     QString others;
     for (const QString& other : ended.reporters().mid(1))
         others += other + u' ';
-    // The connection to a server is made anew by the next call outside of a transaction; a file stays out of reach.
-    const bool isLost = !testsOnServer() && !ended.engineFails && ended.fault == dao::StatementFault::LostConnection;
+    const bool isLost = !ended.engineFails && ended.fault == dao::StatementFault::LostConnection;
     const bool givenUp = isLost || (ended.engineFails ? matches(others, outcome.thenGivenUp) : ended.givenUp);
     const QString& expected = isLost ? outcome.thenLost : givenUp ? outcome.thenGivenUp : outcome.then;
     complainIf(!matches(others, expected), u"further reports"_s);

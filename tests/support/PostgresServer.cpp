@@ -51,16 +51,16 @@ void runToEnd(const QStringList& command) {
 
 const QSet<QByteArray>& keywords() {
     static const QSet<QByteArray> words = {
-        "CREATE",      "TABLE",    "INSERT",  "INTO",       "VALUES",   "INTEGER",   "PRIMARY", "KEY",
-        "TEXT",        "NULL",     "NOT",     "UNIQUE",     "INDEX",    "ON",        "DEFAULT", "CHECK",
-        "REFERENCES",  "FOREIGN",  "DELETE",  "UPDATE",     "SET",      "FROM",      "WHERE",   "SELECT",
-        "AND",         "OR",       "YESNO",   "DATETIME",   "CURRENCY", "DOUBLE",    "BLOB",    "BYTE",
-        "SMALLINT",    "REAL",     "CASCADE", "ALTER",      "ADD",      "COLUMN",    "DROP",    "AS",
-        "GENERATED",   "ALWAYS",   "BY",      "IDENTITY",   "VARCHAR",  "STORED",    "IS",      "IN",
-        "DESC",        "BEGIN",    "COMMIT",  "ROLLBACK",   "WITH",     "RECURSIVE", "UNION",   "ALL",
-        "LIMIT",       "VARIANT",  "ORDER",   "CONSTRAINT", "count",    "max",       "min",     "sum",
-        "CONCAT_ROWS", "OLD",      "NEW",     "CASE",       "WHEN",     "THEN",      "ELSE",    "END",
-        "INT",         "coalesce", "ifnull",  "NUMERIC",    "abs",      "length"};
+        "CREATE",      "TABLE",   "INSERT",  "INTO",       "VALUES",   "INTEGER",   "PRIMARY", "KEY",
+        "TEXT",        "NULL",    "NOT",     "UNIQUE",     "INDEX",    "ON",        "DEFAULT", "CHECK",
+        "REFERENCES",  "FOREIGN", "DELETE",  "UPDATE",     "SET",      "FROM",      "WHERE",   "SELECT",
+        "AND",         "OR",      "YESNO",   "DATETIME",   "CURRENCY", "DOUBLE",    "BLOB",    "BYTE",
+        "SMALLINT",    "REAL",    "CASCADE", "ALTER",      "ADD",      "COLUMN",    "DROP",    "AS",
+        "GENERATED",   "ALWAYS",  "BY",      "IDENTITY",   "VARCHAR",  "STORED",    "IS",      "IN",
+        "DESC",        "BEGIN",   "COMMIT",  "ROLLBACK",   "WITH",     "RECURSIVE", "UNION",   "ALL",
+        "LIMIT",       "VARIANT", "ORDER",   "CONSTRAINT", "count",    "max",       "min",     "sum",
+        "CONCAT_ROWS", "OLD",     "NEW",     "RENAME",     "TO",       "CASE",      "WHEN",    "THEN",
+        "ELSE",        "END",     "INT",     "coalesce",   "ifnull",   "NUMERIC",   "abs",     "length"};
     return words;
 }
 

@@ -28,7 +28,8 @@ const char* stateOf(StatementFault fault) {
 // The server raises it, so that its transaction is what it is after any error.
 QByteArray passFaultPoint(PGconn* connection, const QByteArray& native) {
     FaultPoints::observe(native);
-    if (beginsWith(native, {"ROLLBACK"})) return {};
+    // What cannot fail but with the connection, as the statement behind it does.
+    if (beginsWith(native, {"ROLLBACK", "SAVEPOINT", "RELEASE"})) return {};
     const auto fault = FaultPoints::next(beginsWith(native, {"INSERT", "UPDATE", "DELETE", "CREATE", "COMMIT"}));
     if (!fault) return {};
     if (*fault != StatementFault::LostConnection)

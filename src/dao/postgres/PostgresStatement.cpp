@@ -1,5 +1,6 @@
 #include "dao/postgres/PostgresStatement.h"
 
+#include "base/Texts.h"
 #include "dao/Errors.h"
 #include "dao/Substitute.h"
 #include "dao/postgres/PostgresMarks.h"
@@ -28,9 +29,7 @@ void bind(PostgresValues& values, const StoredValue& value) {
     case StoredValue::Kind::Null: return add(nullptr, 0, false);
     case StoredValue::Kind::Integer: return keep(QByteArray::number(value.integer));
     case StoredValue::Kind::Real: return keep(QByteArray::number(value.real, 'g', 17));
-    case StoredValue::Kind::Text:
-        if (value.bytes.contains('\0')) throw NotExpressible();
-        return keep(QByteArray(value.bytes.constData(), value.bytes.size()));
+    case StoredValue::Kind::Text: return keep(QByteArray(value.bytes.constData(), value.bytes.size()));
     case StoredValue::Kind::Blob: return add(value.bytes.constData(), value.bytes.size(), true);
     }
 }
@@ -98,12 +97,19 @@ void PostgresStatement::requireTypes(const QList<jet::ColumnType>& types) {
         if (!PostgresRows::givesType(types_[column], types[static_cast<qsizetype>(column)])) throw NotExpressible();
 }
 
+// The server has no such texts: it cannot keep one, and our own functions answer what is asked about one.
+void PostgresStatement::raiseNullCharacter() const {
+    if (access_ == Access::Read) throw NotExpressible();
+    throw mkl::RunTimeError(err::ConversionError, mkl::text(mkl::TextId::NullCharacter));
+}
+
 PostgresValues PostgresStatement::bound(std::span<const StoredValue> parameters) const {
     PostgresValues values;
     values.kept.reserve(parameters.size());
     for (const StoredValue& value : parameters) {
         const size_t number = values.values.size();
         const bool isUntyped = number < untypedParameters_.size() && untypedParameters_[number];
+        if (value.kind == StoredValue::Kind::Text && value.bytes.contains('\0')) raiseNullCharacter();
         bind(values, isUntyped ? markedValue(value) : value);
     }
     return values;

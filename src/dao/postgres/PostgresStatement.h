@@ -25,6 +25,7 @@ private:
     PostgresResult execute(std::span<const StoredValue> parameters, const PostgresRowSink& sink);
     PostgresResult runPrepared(const PostgresValues& values, const PostgresRowSink& sink);
     PostgresResult runOrFollow(const PostgresValues& values, const PostgresRowSink& sink);
+    [[noreturn]] void raiseNullCharacter() const;
     PostgresValues bound(std::span<const StoredValue> parameters) const;
     void prepare();
     void requireAccess() const;
