@@ -54,11 +54,15 @@ QString argumentOf(mkl::Long number, const PGresult* result, const QString& name
 
 } // namespace
 
+void raiseServerLost(const PostgresErrorContext& context, const QString& source) {
+    throw mkl::RunTimeError(err::DiskError, mkl::text(mkl::TextId::ServerLost, {context.name}), source);
+}
+
 void raisePostgresError(PGconn* connection, const PGresult* result, const PostgresErrorContext& context) {
     const QString state = fieldOf(result, PG_DIAG_SQLSTATE);
     const QString message = fieldOf(result, PG_DIAG_MESSAGE_PRIMARY);
     const QString source = u"PostgreSQL %1: %2"_s.arg(state, message);
-    if (PQstatus(connection) != CONNECTION_OK) mkl::throwError(err::DiskError, {context.name}, source);
+    if (PQstatus(connection) != CONNECTION_OK) raiseServerLost(context, source);
     if (state == beyondState) throw NotExpressible(source);
     if (state == numberState) mkl::throwError(message.toInt(), {}, source);
     if (state == u"23502") raiseNull(result, context, source);
@@ -76,7 +80,7 @@ void raisePostgresError(PGconn* connection, const PGresult* result, const Postgr
 
 void raisePostgresConnectionError(PGconn* connection, const PostgresErrorContext& context) {
     const QString message = QString::fromUtf8(connection ? PQerrorMessage(connection) : "");
-    mkl::throwError(err::DiskError, {context.name}, u"PostgreSQL: "_s + message.trimmed());
+    raiseServerLost(context, u"PostgreSQL: "_s + message.trimmed());
 }
 
 // An unknown column or table, and a result of other types.

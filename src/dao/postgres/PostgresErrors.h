@@ -11,6 +11,9 @@ struct PostgresErrorContext {
     std::function<bool(const QString&, const QString&)> isKeyColumn; ///< of the table with that column
 };
 
+/// 3043 in words of a server.
+[[noreturn]] void raiseServerLost(const PostgresErrorContext& context, const QString& source = {});
+
 /// Raises the run-time error for a failed result, NotExpressible where the server does not understand the statement.
 /// The server's own words go into source() alone. Without a result the connection is lost.
 [[noreturn]] void raisePostgresError(PGconn* connection, const PGresult* result, const PostgresErrorContext& context);

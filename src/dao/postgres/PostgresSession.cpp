@@ -54,7 +54,7 @@ void PostgresSession::requireConnection() {
     if (!isOpen()) mkl::throwError(err::ObjectInvalid);
     if (PQstatus(raw()) == CONNECTION_OK) return;
     const bool mayReconnect = mayReconnect_ && (begins_ || mayReconnect_());
-    if (!mayReconnect) mkl::throwError(err::DiskError, {context_.name});
+    if (!mayReconnect) raiseServerLost(context_);
     const bool begins = std::exchange(begins_, false);
     reconnect();
     begins_ = begins;
@@ -216,10 +216,10 @@ void PostgresSession::savepoint(const QByteArray& name) {
 
 void PostgresSession::commit() {
     if (std::exchange(begins_, false)) return; // nothing was done in it
-    if (isLost()) mkl::throwError(err::DiskError, {context_.name});
+    if (isLost()) raiseServerLost(context_);
     PostgresResult result = asked("COMMIT");
     if (isLost()) {
-        if (!isCommitted()) mkl::throwError(err::DiskError, {context_.name});
+        if (!isCommitted()) raiseServerLost(context_);
         return;
     }
     if (qstrcmp(PQcmdStatus(checked(result.release()).get()), "COMMIT") != 0) mkl::throwError(err::TransactionGivenUp);
