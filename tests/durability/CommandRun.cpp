@@ -26,7 +26,7 @@ public:
             if (dao::FaultPoints::hasFired()) return;
             inTransaction_ = inTransaction_ || native_.startsWith("BEGIN");
             if (native_ == "COMMIT") {
-                behindCommit_ = behindCommit_ || inTransaction_; // else that of a single action
+                behindCommit_ = true;
                 inTransaction_ = false;
             }
             native_ = native.toByteArray();

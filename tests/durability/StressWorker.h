@@ -32,6 +32,7 @@ struct StressRole {
     int programs = 2;
     Articles articles = Articles::Own;
     QList<Long> categories = {41, 42, 43};
+    bool sharesCategories = true;
     Long group = 1; ///< of the programs that work in these categories; their commits are counted
 };
 
@@ -57,6 +58,7 @@ private:
     Long pick(Long count) { return static_cast<Long>(random_() % static_cast<quint32>(count)); }
     void begin(int round, quint32 step);
     Long someCategory() { return role_.categories[pick(static_cast<Long>(role_.categories.size()))]; }
+    qint64 failures() const;
     void observe(QByteArrayView native);
     qint64 commits() const;
     bool isMine(Long article) const;

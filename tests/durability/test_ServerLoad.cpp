@@ -39,6 +39,7 @@ std::vector<StressRole> roles(StressRole::Articles articles) {
         StressRole role{.who = who, .programs = alone + shared, .articles = articles};
         const Long first = firstCategory + 2 * who;
         role.categories = who < alone ? QList<Long>{first, first + 1} : QList<Long>{sharedCategory};
+        role.sharesCategories = who >= alone;
         role.group = who < alone ? 2 + who : 1;
         result.push_back(role);
     }

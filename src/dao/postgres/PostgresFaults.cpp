@@ -38,4 +38,8 @@ QByteArray passFaultPoint(PGconn* connection, const QByteArray& native) {
     return {};
 }
 
+void observeFaultPoint(QByteArrayView native) {
+    FaultPoints::observe(native);
+}
+
 } // namespace dao

@@ -8,10 +8,13 @@ namespace dao {
 /// statement itself. A lost connection is really lost then.
 #ifdef MKL_FAULT_POINTS
 QByteArray passFaultPoint(PGconn* connection, const QByteArray& native);
+/// Shows tests a statement that goes with the next one and fails only with that.
+void observeFaultPoint(QByteArrayView native);
 #else
 inline QByteArray passFaultPoint(PGconn* /*connection*/, const QByteArray& /*native*/) {
     return {};
 }
+inline void observeFaultPoint(QByteArrayView /*native*/) {}
 #endif
 
 } // namespace dao

@@ -158,6 +158,7 @@ PostgresResult PostgresSession::run(const PostgresCall& call, const PostgresValu
                                     const PostgresGuards& guards, const PostgresRowSink& sink) {
     requireConnection();
     prepareGuards(guards);
+    if (begins_) observeFaultPoint("BEGIN");
     const QByteArray fault = passFaultPoint(raw(), call.native);
     const bool begins = std::exchange(begins_, false), saved = !begins && isInTransaction();
     std::vector<PostgresResult> results;
@@ -205,7 +206,9 @@ void PostgresSession::beginLocked() {
 }
 
 void PostgresSession::sendBegin() {
-    if (std::exchange(begins_, false)) checked(PQexec(raw(), "BEGIN"));
+    if (!std::exchange(begins_, false)) return;
+    observeFaultPoint("BEGIN");
+    checked(PQexec(raw(), "BEGIN"));
 }
 
 void PostgresSession::savepoint(const QByteArray& name) {

@@ -33,9 +33,16 @@ bool endsTransaction(StatementFault fault, bool writes) {
            (fault == StatementFault::Interrupt && writes);
 }
 
+// Where another engine computes what it cannot do itself: no statement of the program's.
+bool isInMemory(const SqliteSession& session) {
+    const char* const file = sqlite3_db_filename(session.database(), "main");
+    return !file || !*file;
+}
+
 } // namespace
 
 void passFaultPoint(SqliteSession& session, sqlite3_stmt* statement) {
+    if (isInMemory(session)) return;
     FaultPoints::observe(sqlite3_sql(statement));
     if (isUndoing(statement)) return;
     const bool writes = writesRows(statement);

@@ -113,7 +113,12 @@ QByteArray SelectWriter::rows(const QByteArrayList& values, const QByteArrayList
     if (select_.top && (select_.top->percent || !select_.orderBy.empty())) return ranked(outputs, names);
     QByteArray native = body(named(outputs, names));
     if (select_.top) return native + " LIMIT " + QByteArray::number(select_.top->count.value.toLong());
-    return select_.orderBy.empty() ? native : native + " ORDER BY " + settledOrder().join(", ");
+    return select_.orderBy.empty() || hasOneRow() ? native : native + " ORDER BY " + settledOrder().join(", ");
+}
+
+// There is nothing to sort then, and an aggregate of the order alone would cost as much as all the others.
+bool SelectWriter::hasOneRow() const {
+    return select_.isAggregated && select_.groupBy.empty() && select_.rowSources.empty();
 }
 
 QByteArray SelectWriter::body(const QByteArrayList& outputs) {

@@ -28,6 +28,7 @@ private:
     QByteArray compound(const QByteArrayList& names);
     QByteArray part(const BoundSelect& whole, bool collated, const QByteArrayList& names);
     QByteArrayList outputs(const BoundSelect& whole, bool collated);
+    bool hasOneRow() const;
     QByteArray body(const QByteArrayList& outputs);
     QByteArray from();
     QByteArray groups();
