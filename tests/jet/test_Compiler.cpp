@@ -58,6 +58,10 @@ TEST(Compiler, TextsAreCollated) {
     EXPECT_EQ(criterion(u"txt Between 'b' And 'a'"),
               "((key:txt >= key:?1 AND key:txt <= key:?2) OR (key:txt >= key:?2 AND key:txt <= key:?1))");
     EXPECT_EQ(native(u"SELECT DISTINCT txt FROM TYPEN"), "SELECT DISTINCT key:\"TYPEN\".\"txt\" FROM \"TYPEN\"");
+    // The key of a row tells already which ones repeat each other.
+    EXPECT_EQ(native(u"SELECT DISTINCT Kategoriename, [Kategorie-Schlüssel] FROM [ARTIKEL/KATEGORIEN]"),
+              "SELECT DISTINCT \"ARTIKEL/KATEGORIEN\".\"Kategoriename\", "
+              "\"ARTIKEL/KATEGORIEN\".\"Kategorie-Schlüssel\" FROM \"ARTIKEL/KATEGORIEN\"");
     EXPECT_EQ(native(u"SELECT Max(txt) FROM TYPEN"), "SELECT max(key:\"TYPEN\".\"txt\") FROM \"TYPEN\"");
     EXPECT_EQ(native(u"SELECT txt FROM TYPEN GROUP BY txt ORDER BY txt DESC"),
               "SELECT \"TYPEN\".\"txt\" FROM \"TYPEN\" GROUP BY key:\"TYPEN\".\"txt\" ORDER BY key:\"TYPEN\".\"txt\" "

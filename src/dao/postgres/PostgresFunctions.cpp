@@ -9,7 +9,7 @@ namespace dao {
 namespace {
 
 // Raise it with every change of a definition.
-constexpr int version = 5;
+constexpr int version = 6;
 
 constexpr const char* beginText = "SELECT pg_advisory_xact_lock(7355608); DROP SCHEMA IF EXISTS mkl_old CASCADE; "
                                   "CREATE SCHEMA IF NOT EXISTS mkl;";
@@ -63,9 +63,25 @@ CREATE FUNCTION mkl.mkl_left(integer, bigint) RETURNS text LANGUAGE sql STABLE A
 SELECT mkl.mkl_left($1::text, $2) $$;
 CREATE FUNCTION mkl.mkl_concat(text, text) RETURNS text LANGUAGE sql IMMUTABLE AS $$
 SELECT CASE WHEN $1 IS NULL AND $2 IS NULL THEN NULL ELSE coalesce($1, '') || coalesce($2, '') END $$;
+CREATE FUNCTION mkl.mkl_concat(bigint, text) RETURNS text LANGUAGE sql IMMUTABLE AS $$
+SELECT mkl.mkl_concat($1::text, $2) $$;
+CREATE FUNCTION mkl.mkl_concat(text, bigint) RETURNS text LANGUAGE sql IMMUTABLE AS $$
+SELECT mkl.mkl_concat($1, $2::text) $$;
+CREATE FUNCTION mkl.mkl_concat(bigint, bigint) RETURNS text LANGUAGE sql IMMUTABLE AS $$
+SELECT mkl.mkl_concat($1::text, $2::text) $$;
 CREATE FUNCTION mkl.mkl_number_of(text) RETURNS bigint LANGUAGE sql STABLE AS $$
 SELECT CASE WHEN $1 IS NULL THEN NULL WHEN $1 !~ '^-?[0-9]{1,15}$' THEN mkl.mkl_beyond()::bigint
  ELSE $1::bigint END $$;
+)";
+
+// The client's clock counts, which it tells before a statement that asks for it.
+constexpr const char* clockText = R"(
+CREATE FUNCTION mkl.mkl_now() RETURNS timestamp LANGUAGE sql STABLE AS $$
+SELECT current_setting('mkl.now', true)::timestamp $$;
+CREATE FUNCTION mkl.mkl_date() RETURNS timestamp LANGUAGE sql STABLE AS $$
+SELECT date_trunc('day', mkl.mkl_now()) $$;
+CREATE FUNCTION mkl.mkl_time() RETURNS timestamp LANGUAGE sql STABLE AS $$
+SELECT '1899-12-30'::timestamp + mkl.mkl_now()::time $$;
 )";
 
 constexpr const char* numbersText = R"(
@@ -188,8 +204,8 @@ bool isInstalled(PostgresSession& session) {
 }
 
 QByteArray definitions() {
-    const QByteArray text =
-        QByteArray(errorsText) + postgresKeyDefinitions() + textText + numbersText + comparisons() + tablesText;
+    const QByteArray text = QByteArray(errorsText) + postgresKeyDefinitions() + textText + clockText + numbersText +
+                            comparisons() + tablesText;
     return QByteArray(text).replace("CREATE FUNCTION", "CREATE OR REPLACE FUNCTION");
 }
 

@@ -1,5 +1,7 @@
 #include "dao/postgres/PostgresSession.h"
 
+#include "base/Clock.h"
+#include "base/DateTime.h"
 #include "base/Texts.h"
 #include "dao/Errors.h"
 #include "dao/postgres/PostgresFaults.h"
@@ -24,6 +26,14 @@ constexpr const char* numberText = "SELECT pg_current_xact_id_if_assigned()::tex
 QByteArray numberIn(const PostgresResult& result) {
     const bool hasNumber = PQntuples(result.get()) == 1 && !PQgetisnull(result.get(), 0, 0);
     return hasNumber ? QByteArray(PQgetvalue(result.get(), 0, 0)) : QByteArray();
+}
+
+bool asksForTime(const QByteArray& native) {
+    return native.contains("mkl_now()") || native.contains("mkl_date()") || native.contains("mkl_time()");
+}
+
+QByteArray clockText() {
+    return "SELECT set_config('mkl.now', '" + mkl::isoFromDate(mkl::clock().now()).toLatin1() + "', false)";
 }
 
 void ignoreNotice(void*, const PGresult*) {}
@@ -170,6 +180,7 @@ PostgresResult PostgresSession::run(const PostgresCall& call, const PostgresValu
         PostgresPipeline pipeline(raw());
         if (begins) pipeline.send("BEGIN");
         if (saved) pipeline.send(savepointText);
+        if (asksForTime(call.native)) pipeline.send(clockText().constData());
         for (const auto& guard : guards)
             pipeline.sendPrepared(guard->statement, {});
         own = pipeline.size();

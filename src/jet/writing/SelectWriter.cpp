@@ -93,10 +93,27 @@ QByteArrayList SelectWriter::outputs(const BoundSelect& whole, bool collated) {
     for (const BoundOutput& output : select_.outputs) {
         const ColumnType type = whole.outputs[static_cast<size_t>(written.size())].column.type;
         const QByteArray native = expressions_.output(*output.expression, type);
-        const bool byOrder = collated && isCollated(type) && !output.expression->isNull();
+        const bool byOrder =
+            collated && isCollated(type) && !output.expression->isNull() && !followsKey(whole, *output.expression);
         written.append(byOrder ? target_.collatedOutput(native) : native);
     }
     return written;
+}
+
+// Whether rows that repeat each other have the same text in any case, since the key of its row is among the outputs.
+bool SelectWriter::followsKey(const BoundSelect& whole, const Expression& output) const {
+    const Name* const text = output.as<Name>();
+    if (!text || text->level != 0 || text->alias || &whole != &select_ || !select_.unions.empty()) return false;
+    const Scope::Source& source = select_.scope[text->source];
+    const auto& key = source.table->primaryKey;
+    const auto isShown = [&](int column) {
+        return column != text->column && std::ranges::any_of(select_.outputs, [&](const BoundOutput& other) {
+                   const Name* const name = other.expression->as<Name>();
+                   return name && name->level == 0 && !name->alias && name->source == text->source &&
+                          name->column == column;
+               });
+    };
+    return !source.derived && !key.empty() && std::ranges::all_of(key, isShown);
 }
 
 // Engines see that all rows are one group by an aggregate among the outputs only, not by one in HAVING.

@@ -30,6 +30,7 @@ private:
     QByteArrayList outputs(const BoundSelect& whole, bool collated);
     bool hasOneRow() const;
     QByteArray body(const QByteArrayList& outputs);
+    bool followsKey(const BoundSelect& whole, const Expression& output) const;
     QByteArray from();
     QByteArray groups();
     QByteArray ranked(const QByteArrayList& outputs, const QByteArrayList& names);
