@@ -88,6 +88,7 @@ StressRun::Figures StressRun::figures() const {
             result.stored += log.steps[i].commits();
             result.stale += log.steps[i].commits() && log.steps[i].from != log.steps[i - 1].to;
             result.reports += log.steps[i].reports;
+            if (log.steps[i].reports > 0) result.failure = log.steps[i].failure;
         }
     }
     return result;

@@ -19,6 +19,7 @@ public:
         int stored = 0; ///< committed
         int stale = 0;  ///< of these, from a screen that was no longer true
         qint64 reports = 0;
+        Long failure = 0;        ///< the number of one of them
         qint64 milliseconds = 0; ///< from the moment when all programs had read their panes
     };
 

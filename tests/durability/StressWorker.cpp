@@ -71,21 +71,21 @@ StressStep StressWorker::act(int round) {
     };
     (this->*actions[static_cast<size_t>(pick(actions.size()))])();
     dao::FaultPoints::setObserver({});
-    step_.reports = failures();
+    noteFailures();
     return step_;
 }
 
 // A position may be chosen that the target has not: that is told with a number of our own, and what wanted to go on
 // from there has no row then. Others may also have taken the row away that its screen still shows.
-qint64 StressWorker::failures() const {
+void StressWorker::noteFailures() {
     const QList<ErrorReport>& reports = host_.reports();
-    qint64 count = 0;
     for (qsizetype i = 0; i < reports.size(); ++i) {
         const bool isBehindNotice = i > 0 && reports[i - 1].code != 0;
         const bool lacksRow = reports[i].number == dao::err::NoCurrentRecord;
-        if (reports[i].code == 0 && !(lacksRow && (isBehindNotice || role_.sharesCategories))) ++count;
+        if (reports[i].code != 0 || (lacksRow && (isBehindNotice || role_.sharesCategories))) continue;
+        ++step_.reports;
+        step_.failure = reports[i].number;
     }
-    return count;
 }
 
 // A transaction sees the commits before it, whether it is rolled back or counts as one more.

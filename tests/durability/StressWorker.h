@@ -21,6 +21,7 @@ struct StressStep {
     bool commits() const { return from != to; }
 
     qint64 reports = 0; ///< failures that the user was told
+    Long failure = 0;   ///< the number of the last of them
 };
 
 /// Which of several programs one is.
@@ -58,7 +59,7 @@ private:
     Long pick(Long count) { return static_cast<Long>(random_() % static_cast<quint32>(count)); }
     void begin(int round, quint32 step);
     Long someCategory() { return role_.categories[pick(static_cast<Long>(role_.categories.size()))]; }
-    qint64 failures() const;
+    void noteFailures();
     void observe(QByteArrayView native);
     qint64 commits() const;
     bool isMine(Long article) const;

@@ -84,7 +84,7 @@ TEST_F(ServerLoad, PositionsAreThoseOfTheSameStepsInARow) {
     ServerRows(catalogue_.file()).restore();
     ASSERT_NO_FATAL_FAILURE(run.inARow());
     EXPECT_EQ(positions(), left);
-    EXPECT_EQ(figures.reports, 0);
+    EXPECT_EQ(figures.reports, 0) << figures.failure;
     EXPECT_GT(figures.stored, rounds_ * 10);
     std::cout << "MKL_SEED=" << seed_ << ": " << alone << " programs in categories of their own, " << shared
               << " in the same one, " << rounds_ << " rounds: " << figures.stored << " edits, "
