@@ -13,9 +13,10 @@ struct ServerAddress {
     QString port;
     QString database;
     QString user;
-    QString shown;                 ///< the address for messages and windows
-    bool isElsewhere = false;      ///< leads to another machine
-    bool mayBeUnencrypted = false; ///< sslmode does not demand encryption
+    QString shown;                  ///< the address for messages and windows
+    bool isElsewhere = false;       ///< leads to another machine
+    bool mayBeUnencrypted = false;  ///< sslmode does not demand encryption
+    bool refusesEncryption = false; ///< sslmode excludes it
 };
 
 /// Takes an address apart. 3005 for what is none or has unknown parameters, 3147 for one with a password, which would

@@ -157,7 +157,9 @@ void PostgresServer::stop() {
 }
 
 QString PostgresServer::urlOf(const QByteArray& database) const {
-    return u"postgresql:///"_s + QString::fromLatin1(database) + u"?user=mkl&host="_s + d_->folder.path();
+    const QStringList ports = d_->settings.filter(u"port="_s);
+    return u"postgresql:///"_s + QString::fromLatin1(database) + u"?user=mkl&host="_s + d_->folder.path() +
+           (ports.isEmpty() ? QString() : u'&' + ports.first());
 }
 
 QString PostgresServer::takeDatabase() {

@@ -30,12 +30,12 @@ QString& knownPassword(const QString& entry) {
     return known[entry];
 }
 
-void warnOfReaders(const QString& name, const dao::ServerAddress& address) {
+void warnOfReaders(const dao::ServerAddress& address) {
     static QSet<QString> warned;
     if (!address.isElsewhere || !address.mayBeUnencrypted || warned.contains(address.host)) return;
     warned.insert(address.host);
-    const bool isNever = name.contains(u"sslmode=disable"_s);
-    complain(text(isNever ? TextId::ToolServerPlain : TextId::ToolServerMaybePlain, {visibleText(address.host)}));
+    const TextId warning = address.refusesEncryption ? TextId::ToolServerPlain : TextId::ToolServerMaybePlain;
+    complain(text(warning, {visibleText(address.host)}));
 }
 
 /// Whether the server lets us in; false where it wants another password.
@@ -65,7 +65,7 @@ bool isLetIn(const QString& name, const dao::OpenOptions& options) {
 dao::OpenOptions accessTo(const QString& name, const dao::OpenOptions& options, const PasswordQuestion& question) {
     if (!dao::DBEngine::isServer(name)) return options;
     const dao::ServerAddress address = dao::serverAddress(name);
-    warnOfReaders(name, address);
+    warnOfReaders(address);
     dao::OpenOptions access = options;
     access.password = knownPassword(entryOf(address));
     if (isLetIn(name, access)) return access;

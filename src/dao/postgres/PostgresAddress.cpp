@@ -93,6 +93,7 @@ ServerAddress serverAddress(const QString& address) {
     result.isElsewhere = !std::ranges::all_of(hosts, &isThisMachine);
     const QString mode = value("sslmode");
     result.mayBeUnencrypted = mode != u"require" && !mode.startsWith(u"verify-");
+    result.refusesEncryption = mode == u"disable";
     return result;
 }
 
