@@ -8,7 +8,7 @@
 namespace dao {
 
 void Connection::requireWritable() {
-    if (!isUpdatable()) mkl::throwError(err::ReadOnly);
+    if (isReadOnly()) mkl::throwError(err::ReadOnly);
     transaction_.requireSound();
     readPending();
 }

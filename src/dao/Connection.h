@@ -58,6 +58,9 @@ public:
     /// Ends it, with an open transaction undone. All its statements are invalid then.
     virtual void close() = 0;
     virtual bool isUpdatable() const = 0;
+    /// Whether nothing may be written. What a server does not permit to somebody it refuses by itself, in words of its
+    /// own.
+    virtual bool isReadOnly() const { return !isUpdatable(); }
     /// How long to wait for another program's lock.
     virtual void setBusyTimeout(int milliseconds) = 0;
     virtual int busyTimeout() const = 0;

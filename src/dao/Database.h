@@ -25,6 +25,8 @@ public:
 
     /// The name it was opened under.
     QString Name() const;
+    /// Whether anything in it may be changed: not for a file or server that may only be read, nor for a user of a
+    /// server without a right to write, as of the opening.
     bool Updatable() const;
 
     /// source is a table name (bare, blanks and slashes allowed) or a SELECT; type one of dbOpen…, 0 for the

@@ -78,7 +78,7 @@ void DynasetCursor::requery() {
 }
 
 void DynasetCursor::edit() {
-    if (!connection().isUpdatable()) mkl::throwError(err::ReadOnly);
+    if (connection().isReadOnly()) mkl::throwError(err::ReadOnly);
     buffer_.clear();
     const quint64 period = connection().exclusivePeriod();
     if (period == 0 || loadedIn_ != period) isLoaded_ = false; // as it is now

@@ -94,7 +94,7 @@ void SnapshotCursor::remove() {
 
 void SnapshotCursor::refuseEditing() const {
     if (type_ == dbOpenSnapshot) mkl::throwError(err::NotSupportedByType);
-    mkl::throwError(connection().isUpdatable() ? err::NotUpdatable : err::ReadOnly);
+    mkl::throwError(connection().isReadOnly() ? err::ReadOnly : err::NotUpdatable);
 }
 
 qsizetype SnapshotCursor::search(const jet::Criterion& criterion, qsizetype first, int step) const {

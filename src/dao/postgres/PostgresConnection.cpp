@@ -3,6 +3,7 @@
 #include "dao/Errors.h"
 #include "dao/Substitute.h"
 #include "dao/postgres/PostgresFunctions.h"
+#include "dao/postgres/PostgresRights.h"
 
 #include <algorithm>
 #include <limits>
@@ -22,6 +23,9 @@ PostgresConnection::PostgresConnection(std::shared_ptr<PostgresSession> session,
         return found && found->primaryKey.contains(found->columnIndex(column));
     });
     applySettings();
+    const PostgresRights rights = PostgresRights::of(*session_);
+    readOnly_ = readOnly_ || rights.isReadOnly;
+    mayWrite_ = rights.mayWrite;
     PostgresFunctions::install(*session_);
     refreshSchema();
 }
@@ -29,8 +33,8 @@ PostgresConnection::PostgresConnection(std::shared_ptr<PostgresSession> session,
 void PostgresConnection::applySettings() {
     session_->script("SET search_path = public, mkl; SET client_encoding = 'UTF8'; SET TimeZone = 'UTC'; "
                      "SET client_min_messages = warning; SET bytea_output = 'hex'; SET DateStyle = 'ISO, YMD'; "
-                     "LISTEN mkl_changed");
-    session_->script(QByteArray("SET default_transaction_read_only = ") + (readOnly_ ? "on" : "off"));
+                     "DO $$ BEGIN IF NOT pg_is_in_recovery() THEN LISTEN mkl_changed; END IF; END $$");
+    if (readOnly_) session_->script("SET default_transaction_read_only = on");
     setBusyTimeout(busyTimeout_);
 }
 

@@ -15,7 +15,8 @@ public:
 
     bool isOpen() const override { return session_->isOpen(); }
     void close() override;
-    bool isUpdatable() const override { return !readOnly_; }
+    bool isUpdatable() const override { return !readOnly_ && mayWrite_; }
+    bool isReadOnly() const override { return readOnly_; }
     void setBusyTimeout(int milliseconds) override;
     int busyTimeout() const override { return busyTimeout_; }
 
@@ -60,6 +61,7 @@ private:
     std::shared_ptr<PostgresSession> session_;
     ChangeCount changes_ = std::make_shared<quint64>(0);
     bool readOnly_ = false;
+    bool mayWrite_ = true; ///< as of the opening; the server itself decides
     int busyTimeout_ = 0;
     LruCache<std::pair<QByteArray, int>, std::shared_ptr<Statement>> statements_{64};
     PostgresSchema schema_;

@@ -5,6 +5,7 @@
 #include "base/Texts.h"
 #include "dao/Errors.h"
 #include "dao/postgres/PostgresFaults.h"
+#include "dao/postgres/PostgresRights.h"
 
 #include <QElapsedTimer>
 #include <QThread>
@@ -94,10 +95,11 @@ int PostgresSession::connectedGeneration() {
     return generation_;
 }
 
-PostgresResult PostgresSession::checked(PGresult* result) {
+PostgresResult PostgresSession::checked(PGresult* result, const QByteArray& native) {
     PostgresResult owned(result);
-    if (isFailure(owned)) raisePostgresError(raw(), result, context_);
-    return owned;
+    if (!isFailure(owned)) return owned;
+    if (!native.isEmpty() && !isLost()) raiseMissingRight(raw(), result, native);
+    raisePostgresError(raw(), result, context_);
 }
 
 PostgresResult PostgresSession::script(const QByteArray& native) {
@@ -140,7 +142,7 @@ PostgresResult PostgresSession::prepare(const QByteArray& statement, const QByte
     if (saved) checked(PQexec(raw(), savepointText));
     PostgresResult made(PQprepare(raw(), statement.constData(), native.constData(), 0, nullptr));
     if (saved) isFailure(made) ? undoFailed(false) : void(checked(PQexec(raw(), releaseText)));
-    checked(made.release());
+    checked(made.release(), native);
     return checked(PQdescribePrepared(raw(), statement.constData()));
 }
 
@@ -196,10 +198,13 @@ PostgresResult PostgresSession::run(const PostgresCall& call, const PostgresValu
     if (results.size() <= own) raisePostgresError(raw(), results.empty() ? nullptr : results.back().get(), context_);
     undo();
     const auto guarded = std::span(results).first(own).last(guards.size());
-    const bool isLost = PQstatus(raw()) != CONNECTION_OK;
-    if (!isLost && std::ranges::any_of(guarded, &isFailure)) return nullptr;
+    const auto failed = std::ranges::find_if(guarded, &isFailure);
+    if (failed != guarded.end() && !isLost()) {
+        raiseMissingRight(raw(), failed->get(), call.native);
+        return nullptr;
+    }
     if (begins && results.size() > own + 1) transactionNumber_ = numberIn(results[own + 1]);
-    return checked(results[own].release());
+    return checked(results[own].release(), call.native);
 }
 
 void PostgresSession::begin() {

@@ -85,7 +85,8 @@ private:
     void prepareGuards(const PostgresGuards& guards);
     bool isInTransaction() const;
     PGconn* raw() const { return connection_.get(); }
-    PostgresResult checked(PGresult* result);
+    /// With the statement an error says which right it lacked.
+    PostgresResult checked(PGresult* result, const QByteArray& native = {});
     void undoFailed(bool hasBegun);
 
     PostgresErrorContext context_;
