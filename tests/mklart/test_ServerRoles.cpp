@@ -105,6 +105,10 @@ TEST_F(ServerRoles, theReaderSeesEverythingAndWritesNothing) {
     for (const QString& command : {u"check"_s, u"info"_s, u"tree"_s})
         EXPECT_EQ(tool.run({command, database.urlFor(u"mkl_reader"_s)}).status, 0) << command.toStdString();
     EXPECT_EQ(tool.run({u"copy"_s, database.urlFor(u"mkl_reader"_s), u"a.sqlite"_s}).status, 0);
+    EXPECT_TRUE(tool.run({u"info"_s, database.urlFor(u"mkl_reader"_s)}).output.contains(u"(schreibgeschützt)"));
+    EXPECT_FALSE(tool.run({u"info"_s, database.urlFor(u"mkl_clerk"_s)}).output.contains(u"(schreibgeschützt)"));
+    EXPECT_TRUE(tool.run({u"repair"_s, database.urlFor(u"mkl_reader"_s)}).errors.contains(u"schreibgeschützt"));
+    EXPECT_EQ(tool.run({u"repair"_s, database.urlFor(u"mkl_reader"_s), u"--dry-run"_s}).status, 0);
     EXPECT_EQ(database.native("SELECT count(*) FROM \"ARTKAT\""), "1");
 }
 

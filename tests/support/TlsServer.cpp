@@ -34,11 +34,13 @@ int freePort() {
     return ntohs(address.sin_port);
 }
 
-QByteArray runShell(const QString& folder, const QString& commands) {
+QByteArray runShell(const QString& folder, const QString& commands, const QByteArray& input) {
     QProcess process;
     process.setWorkingDirectory(folder);
     process.setProcessChannelMode(QProcess::MergedChannels);
-    process.start(u"sh"_s, {u"-e"_s, u"-c"_s, commands});
+    process.start(u"setsid"_s, {u"--wait"_s, u"sh"_s, u"-e"_s, u"-c"_s, commands});
+    process.write(input);
+    process.closeWriteChannel();
     const bool ended = process.waitForFinished(60'000) && process.exitStatus() == QProcess::NormalExit;
     const QByteArray said = process.readAll();
     if (!ended || process.exitCode() != 0) throw std::runtime_error(commands.toStdString() + ": " + said.toStdString());

@@ -5,8 +5,8 @@
 
 namespace mkl {
 
-/// Runs a shell's commands; what they wrote. Throws std::runtime_error where one fails.
-QByteArray runShell(const QString& folder, const QString& commands);
+/// Runs a shell's commands without a terminal; what they wrote. Throws std::runtime_error where one fails.
+QByteArray runShell(const QString& folder, const QString& commands, const QByteArray& input = {});
 
 /// A port of this machine at which nobody listens.
 int freePort();
