@@ -3,12 +3,14 @@
 #include "ServerCatalogue.h"
 #include "TestFolder.h"
 #include "apps/artikelkatalog/MainWindow.h"
+#include "base/DateTime.h"
 #include "browser/ArtCatBrowser.h"
 #include "controls/TreeView.h"
 #include "support/PostgresServer.h"
 #include "support/Printing.h"
 #include "support/ScriptedAsker.h"
 #include "support/ScriptedForms.h"
+#include "support/StandingClock.h"
 
 #include <QAction>
 #include <QCheckBox>
@@ -265,6 +267,28 @@ TEST_F(ServerCatalogueTest, WhoMayOnlyReadIsToldAndChangesNothing) {
         << message.toStdString();
     EXPECT_EQ(tree.Nodes().Item(1)->Text(), u"001 - Schrauben"_s);
     EXPECT_EQ(catalogue_.nameOf(10), u"Schrauben"_s);
+}
+
+// The date is that of the machine where somebody works; the server's own clock tells something else.
+TEST_F(ServerCatalogueTest, AClockThatIsFarOffDatesTheRowsAndStopsNobody) {
+    ASSERT_TRUE(window_.showFile(catalogue_.url()));
+    TreeView& tree = *window_.browser()->CategoryTreeView();
+    window_.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window_));
+    const std::pair<const char*, Qt::Key> moves[] = {{"1970-01-01 00:00:00", Qt::Key_Down},
+                                                     {"2100-06-30 12:00:00", Qt::Key_Up},
+                                                     {"9999-12-31 23:59:59", Qt::Key_Down}};
+    for (const auto& [date, key] : moves) {
+        const StandingClock clock(*dateFromIso(QString::fromLatin1(date)));
+        tree.setFocus();
+        QTest::keyClick(&tree, key, Qt::AltModifier);
+        EXPECT_TRUE(asker_.shown.isEmpty()) << asker_.shown.first().text.toStdString();
+        EXPECT_EQ(catalogue_.run("SELECT \"LetzteÄnderung\" || ' ' || \"Order\" FROM \"ARTIKEL/KATEGORIEN\" WHERE "
+                                 "\"Kategorie-Schlüssel\" = 10"),
+                  QByteArray(date) + (key == Qt::Key_Down ? " 2" : " 1"));
+    }
+    ASSERT_TRUE(window_.showFile(catalogue_.url()));
+    EXPECT_EQ(nodeCount(), 3);
 }
 
 TEST_F(ServerCatalogueTest, TheSenderIsRememberedPerCatalogue) {

@@ -75,6 +75,27 @@ TEST_F(Repair, aSoundCatalogueStaysAsItIs) {
     EXPECT_EQ(rows(u"SELECT [LetzteÄnderung] FROM [ARTIKEL/KATEGORIEN]"_s), u"- -"_s);
 }
 
+TEST_F(Repair, aClockThatIsFarOffChangesNothingButDates) {
+    catalogue.addCategory(13, "NULL", 1);
+    catalogue.addCategory(23, "99", 1);
+    catalogue.addArticle(1);
+    catalogue.assign(1, 1, 13, 1);
+    execute(u"UPDATE ARTKAT SET [LetzteÄnderung] = #12/31/9999 23:59:59#"_s);
+    execute(u"UPDATE [ARTIKEL/KATEGORIEN] SET [LetzteÄnderung] = #1/1/1970#"_s);
+    for (const QString& date : {u"1970-01-01 00:00:00"_s, u"2100-02-28 23:59:59"_s}) {
+        const StandingClock wrong(*dateFromIso(date));
+        EXPECT_EQ(check().danglingParents.size(), 1);
+        EXPECT_EQ(repair().changes.size(), 1);
+        EXPECT_FALSE(check().isDamaged());
+        EXPECT_EQ(categories(), u"13,-,1 23,-,2"_s);
+        const auto changed = catalogue.database().OpenRecordset(
+            u"SELECT [LetzteÄnderung] FROM [ARTIKEL/KATEGORIEN] WHERE [Kategorie-Schlüssel] = 23"_s,
+            dao::dbOpenSnapshot);
+        EXPECT_EQ(changed->value(0), Variant::date(*dateFromIso(date)));
+        execute(u"UPDATE [ARTIKEL/KATEGORIEN] SET [Parent] = 99 WHERE [Kategorie-Schlüssel] = 23"_s);
+    }
+}
+
 TEST_F(Repair, childrenOfAMissingParentGoBehindTheLastRootInTheirOrder) {
     catalogue.addCategory(13, "NULL", 4);
     catalogue.addCategory(23, "99", 2);
