@@ -7,7 +7,7 @@ build_packages=(
     libpq-dev libsqlite3-dev mdbtools-dev qtkeychain-qt6-dev zlib1g-dev)
 run_packages=(libqt6svg6 qt6-translations-l10n fonts-dejavu-core)
 test_packages=(
-    libgtest-dev libgmock-dev clang-format openssl postgresql-15 postgresql-15-pglogical python3 sqlite3
+    libgtest-dev libgmock-dev clang-format libfaketime openssl postgresql-15 postgresql-15-pglogical python3 sqlite3
     xvfb xauth openbox xdotool imagemagick x11-utils)
 
 fuzz_packages=(clang libclang-rt-14-dev python3)

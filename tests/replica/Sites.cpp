@@ -33,8 +33,8 @@ bool eventually(const std::function<bool()>& condition) {
     return true;
 }
 
-Site::Site(const QStringList& settings)
-    : server_(replicating + settings) {
+Site::Site(const QStringList& settings, int clockAhead)
+    : server_(replicating + settings, clockAhead) {
     runOnServer(server_.urlOf("postgres"), "CREATE DATABASE katalog");
     createCatalogue(url());
 }
@@ -59,9 +59,9 @@ QString Site::rows() const {
     return all;
 }
 
-Sites::Sites(int count, const QStringList& statements, const QStringList& settings) {
+Sites::Sites(int count, const QStringList& statements, const QStringList& settings, int clockAhead) {
     for (int i = 0; i < count; ++i)
-        sites_.push_back(std::make_unique<Site>(settings));
+        sites_.push_back(std::make_unique<Site>(settings, i == 0 ? clockAhead : 0));
     sites_[0]->execute(statements);
     for (int round = 0; round < 2; ++round)
         for (int i = 0; i < count; ++i) {
@@ -96,13 +96,20 @@ void Sites::join() {
     forEachSubscription(u"alter_subscription_enable"_s);
 }
 
+bool Sites::areSettled() const {
+    return std::ranges::all_of(sites_, [](const std::unique_ptr<Site>& site) {
+        return site->native(u"SELECT count(*) FROM pg_replication_slots WHERE NOT active OR confirmed_flush_lsn < "
+                            "pg_current_wal_insert_lsn()"_s) == "0";
+    });
+}
+
+bool Sites::settle() {
+    return eventually([this] { return areSettled(); });
+}
+
 bool Sites::becomeEqual() {
-    return eventually([&] {
-        const auto isConfirmed = [](const std::unique_ptr<Site>& site) {
-            return site->native(u"SELECT count(*) FROM pg_replication_slots WHERE NOT active OR confirmed_flush_lsn < "
-                                "pg_current_wal_insert_lsn()"_s) == "0";
-        };
-        return std::ranges::all_of(sites_, isConfirmed) &&
+    return eventually([this] {
+        return areSettled() &&
                std::ranges::all_of(sites_, [&](const auto& site) { return site->rows() == sites_[0]->rows(); });
     });
 }

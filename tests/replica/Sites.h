@@ -16,7 +16,7 @@ bool eventually(const std::function<bool()>& condition);
 /// A server with a catalogue of its own.
 class Site {
 public:
-    explicit Site(const QStringList& settings = {});
+    explicit Site(const QStringList& settings = {}, int clockAhead = 0);
 
     QString url() const { return server_.urlOf("katalog"); }
     PostgresServer& server() { return server_; }
@@ -38,8 +38,8 @@ private:
 /// Several sites, each subscribed to all others.
 class Sites {
 public:
-    /// The first one is filled by these statements before the others take its rows.
-    explicit Sites(int count, const QStringList& statements = {}, const QStringList& settings = {});
+    /// The first one is filled by these statements before the others take its rows; its clock is so many seconds ahead.
+    explicit Sites(int count, const QStringList& statements = {}, const QStringList& settings = {}, int clockAhead = 0);
 
     Site& operator[](std::size_t i) { return *sites_[i]; }
     std::size_t count() const { return sites_.size(); }
@@ -47,10 +47,13 @@ public:
     /// Takes the lines between all of them down, and up again at once.
     void cut();
     void join();
+    /// Waits until each has dealt with all rows of the others; false if one never does.
+    bool settle();
     /// Waits until all hold the same rows; false if they never do.
     bool becomeEqual();
 
 private:
+    bool areSettled() const;
     void forEachSubscription(const QString& call);
 
     std::vector<std::unique_ptr<Site>> sites_;

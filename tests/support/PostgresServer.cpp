@@ -35,6 +35,17 @@ QStringList asServerUser(const QStringList& command) {
     return result + command;
 }
 
+// Only the time of day is another one: intervals stay what they are.
+QStringList wrongClock(int ahead) {
+    for (const QString& folder : QDir(u"/usr/lib"_s).entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+        const QString library = u"/usr/lib/%1/faketime/libfaketime.so.1"_s.arg(folder);
+        if (QFile::exists(library))
+            return {u"env"_s, u"LD_PRELOAD="_s + library, u"FAKETIME=%1%2"_s.arg(ahead < 0 ? u""_s : u"+"_s).arg(ahead),
+                    u"FAKETIME_DONT_FAKE_MONOTONIC=1"_s, u"DONT_FAKE_MONOTONIC=1"_s};
+    }
+    throw std::runtime_error("libfaketime is not installed");
+}
+
 void run(QProcess& process, const QStringList& command) {
     process.setWorkingDirectory(u"/"_s);
     process.setProcessChannelMode(QProcess::MergedChannels);
@@ -89,6 +100,7 @@ bool testsOnServer() {
 struct PostgresServer::Data {
     QTemporaryDir folder{u"/tmp/mklpgXXXXXX"_s};
     QStringList settings;
+    QStringList environment;
     QProcess server;
     QStringList free;
     int made = 0;
@@ -104,9 +116,10 @@ std::function<void(const QString&)>& PostgresServer::preparation() {
     return prepare;
 }
 
-PostgresServer::PostgresServer(const QStringList& settings)
+PostgresServer::PostgresServer(const QStringList& settings, int clockAhead)
     : d_(std::make_unique<Data>()) {
     d_->settings = settings;
+    if (clockAhead != 0) d_->environment = wrongClock(clockAhead);
     if (geteuid() == 0) runToEnd({u"chown"_s, QString::fromLatin1(serverUser), d_->folder.path()});
     runToEnd(asServerUser({binary(u"initdb"_s), u"-D"_s, d_->folder.filePath(u"data"_s), u"-U"_s, u"mkl"_s,
                            u"--auth-local=trust"_s, u"--auth-host=reject"_s, u"--no-sync"_s, u"-E"_s, u"UTF8"_s,
@@ -127,7 +140,7 @@ void PostgresServer::launch() {
                          u"max_connections=100"_s,
                          u"autovacuum=off"_s,
                          u"log_min_messages=fatal"_s};
-    QStringList command{binary(u"postgres"_s), u"-D"_s, d_->folder.filePath(u"data"_s)};
+    QStringList command = d_->environment + QStringList{binary(u"postgres"_s), u"-D"_s, d_->folder.filePath(u"data"_s)};
     for (const QString& setting : settings + d_->settings)
         command += {u"-c"_s, setting};
     run(d_->server, asServerUser(command));

@@ -14,8 +14,8 @@ bool testsOnServer();
 class PostgresServer {
 public:
     static PostgresServer& instance();
-    /// One more server beside that one, with settings of its own ("name=value").
-    explicit PostgresServer(const QStringList& settings = {});
+    /// One more server beside that one, with settings of its own ("name=value"), its clock so many seconds ahead.
+    explicit PostgresServer(const QStringList& settings = {}, int clockAhead = 0);
     ~PostgresServer();
 
     /// An empty database; its address.
