@@ -141,8 +141,11 @@ QByteArray TableReader::nativeText(const Probe& probe, Direction direction) cons
     QByteArray text = "SELECT " + selectList_ + " FROM " + table_;
     if (!probe.conditions.isEmpty()) text += " WHERE " + probe.conditions.join(" AND ");
     QByteArrayList terms;
-    for (size_t part = size_t(probe.fixedParts); part < key_.size(); ++part)
-        terms.append(connection_->target().orderTerm(key_[part].term, direction == Direction::Backward));
+    for (size_t part = size_t(probe.fixedParts); part < key_.size(); ++part) {
+        const QByteArray& term = key_[part].term;
+        const bool mayBeNull = std::ranges::find(identity_, term, &KeyPart::term) == identity_.end();
+        terms.append(connection_->target().orderTerm(term, direction == Direction::Backward, mayBeNull));
+    }
     if (!terms.isEmpty()) text += " ORDER BY " + terms.join(", ");
     return text + " LIMIT 1";
 }

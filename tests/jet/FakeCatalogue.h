@@ -72,8 +72,8 @@ public:
     QByteArray collated(const QByteArray& text) const override { return "key:" + text; }
     QByteArray yesNo(const QByteArray& condition) const override { return "yesno" + condition; }
     QByteArray condition(const QByteArray& number) const override { return number + " is true"; }
-    QByteArray orderTerm(const QByteArray& value, bool descending) const override {
-        return value + (descending ? " down" : " up");
+    QByteArray orderTerm(const QByteArray& value, bool descending, bool mayBeNull) const override {
+        return value + (descending ? " down" : " up") + (mayBeNull ? "" : " of values");
     }
     QByteArray declaredType(ColumnType type) const override { return "TYPE" + QByteArray::number(int(type)); }
     QByteArray counterType() const override { return "COUNTER"; }

@@ -48,7 +48,9 @@ QByteArray PostgresTarget::condition(const QByteArray& number) const {
     return '(' + number + " <> 0)";
 }
 
-QByteArray PostgresTarget::orderTerm(const QByteArray& value, bool descending) const {
+// No index gives the order of a column that has the server's place of Null turned round.
+QByteArray PostgresTarget::orderTerm(const QByteArray& value, bool descending, bool mayBeNull) const {
+    if (!mayBeNull) return value + (descending ? " DESC" : "");
     return value + (descending ? " DESC NULLS LAST" : " NULLS FIRST");
 }
 

@@ -13,7 +13,7 @@ public:
     QByteArray collatedOutput(const QByteArray& text) const override;
     QByteArray yesNo(const QByteArray& condition) const override;
     QByteArray condition(const QByteArray& number) const override;
-    QByteArray orderTerm(const QByteArray& value, bool descending) const override;
+    QByteArray orderTerm(const QByteArray& value, bool descending, bool mayBeNull) const override;
     bool keepsEqualsInOrder() const override { return false; }
     QByteArray declaredType(jet::ColumnType type) const override;
     QByteArray counterType() const override;

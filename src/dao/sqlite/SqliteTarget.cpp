@@ -33,7 +33,7 @@ QByteArray SqliteTarget::condition(const QByteArray& number) const {
     return '(' + number + " <> 0)";
 }
 
-QByteArray SqliteTarget::orderTerm(const QByteArray& value, bool descending) const {
+QByteArray SqliteTarget::orderTerm(const QByteArray& value, bool descending, bool /*mayBeNull*/) const {
     return descending ? value + " DESC" : value;
 }
 

@@ -12,7 +12,7 @@ public:
     QByteArray collated(const QByteArray& text) const override;
     QByteArray yesNo(const QByteArray& condition) const override;
     QByteArray condition(const QByteArray& number) const override;
-    QByteArray orderTerm(const QByteArray& value, bool descending) const override;
+    QByteArray orderTerm(const QByteArray& value, bool descending, bool mayBeNull) const override;
     QByteArray declaredType(jet::ColumnType type) const override;
     QByteArray counterType() const override;
     QByteArray keyIndex(const QByteArray& name, const QByteArray& table, const QByteArray& columns) const override;

@@ -31,7 +31,7 @@ public:
     /// A number as a condition of the engine: true for all but 0, unknown for Null.
     virtual QByteArray condition(const QByteArray& number) const = 0;
     /// A term of ORDER BY; Null comes first ascending and last descending.
-    virtual QByteArray orderTerm(const QByteArray& value, bool descending) const = 0;
+    virtual QByteArray orderTerm(const QByteArray& value, bool descending, bool mayBeNull) const = 0;
     /// Whether rows that ORDER BY leaves equal come in the same order each time.
     virtual bool keepsEqualsInOrder() const { return true; }
     /// The type by which a new table declares a column, so that its schema gives the same type again.

@@ -1,5 +1,7 @@
 #include "jet/writing/SelectWriter.h"
 
+#include "jet/binding/Typing.h"
+#include "jet/writing/JoinDirection.h"
 #include "jet/writing/RowKeys.h"
 #include "jet/writing/SubqueryWriter.h"
 
@@ -65,7 +67,7 @@ QByteArray SelectWriter::query(const QByteArrayList& names) {
     for (const UnionOrder& order : select_.unionOrder) {
         const QByteArray& column = inner[order.output];
         const ColumnType type = select_.outputs[static_cast<size_t>(order.output)].column.type;
-        terms.append(target_.orderTerm(isCollated(type) ? target_.collated(column) : column, order.descending));
+        terms.append(target_.orderTerm(isCollated(type) ? target_.collated(column) : column, order.descending, true));
     }
     return "SELECT " + named(inner, names).join(", ") + " FROM (" + compound(inner) + ") AS united ORDER BY " +
            terms.join(", ");
@@ -162,10 +164,20 @@ QByteArray SelectWriter::groups() {
     return groups.isEmpty() ? QByteArray() : " GROUP BY " + groups.join(", ");
 }
 
+// Other columns that are to be never Null may be given leave to be so while the statement is kept.
+bool SelectWriter::mayBeNull(const Expression& expression) const {
+    const auto* const name = withoutAlias(expression).as<Name>();
+    if (!name || name->level > 0 || name->source < 0) return true;
+    const Scope::Source& source = select_.scope[name->source];
+    return source.derived || !source.table->primaryKey.contains(name->column) ||
+           optionalSources(select_)[static_cast<size_t>(name->source)];
+}
+
 QByteArrayList SelectWriter::orderTerms() {
     QByteArrayList terms;
     for (const BoundOrder& order : select_.orderBy)
-        terms.append(target_.orderTerm(expressions_.key(*order.expression), order.descending));
+        terms.append(
+            target_.orderTerm(expressions_.key(*order.expression), order.descending, mayBeNull(*order.expression)));
     return terms;
 }
 
@@ -178,11 +190,13 @@ QByteArrayList SelectWriter::settledOrder() {
         std::ranges::none_of(sources, [](const Scope::Source& source) { return source.derived != nullptr; });
     if (target_.keepsEqualsInOrder() || !isOfRows) return terms;
     QByteArrayList settling;
-    for (const Scope::Source& source : sources) {
-        const QList<RowKey> keys = rowKeysOf(source, target_);
-        if (keys.size() == 1 && terms.contains(target_.orderTerm(keys.front().native, false))) return terms;
+    const std::vector<bool> optional = optionalSources(select_);
+    for (size_t source = 0; source < sources.size(); ++source) {
+        const QList<RowKey> keys = rowKeysOf(sources[source], target_);
+        const auto term = [&](const RowKey& key) { return target_.orderTerm(key.native, false, optional[source]); };
+        if (keys.size() == 1 && terms.contains(term(keys.front()))) return terms;
         for (const RowKey& key : keys)
-            settling.append(target_.orderTerm(key.native, false));
+            settling.append(term(key));
     }
     return terms + settling;
 }
@@ -193,7 +207,8 @@ QByteArray SelectWriter::placeTerms() {
     for (const BoundOrder& order : select_.orderBy) {
         const QByteArray column = 'c' + QByteArray::number(order.output);
         const bool collated = isCollated(order.expression->type);
-        terms.append(target_.orderTerm(collated ? target_.collated(column) : column, order.descending));
+        terms.append(target_.orderTerm(collated ? target_.collated(column) : column, order.descending,
+                                       mayBeNull(*order.expression)));
     }
     return terms.join(", ");
 }

@@ -34,6 +34,7 @@ private:
     QByteArray from();
     QByteArray groups();
     QByteArray ranked(const QByteArrayList& outputs, const QByteArrayList& names);
+    bool mayBeNull(const Expression& expression) const;
     QByteArrayList orderTerms();
     QByteArrayList settledOrder();
     QByteArray placeTerms();
