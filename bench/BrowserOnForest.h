@@ -1,14 +1,11 @@
 #pragma once
 // A browser on a catalogue made for commands over many categories, and the plain C interface to the same file.
-#include "bench/RawDatabase.h"
+#include "bench/OpenCatalogue.h"
 #include "bench/Row.h"
-#include "catalogue/CatalogueFile.h"
 #include "controls/Asker.h"
 #include "controls/TreeView.h"
-#include "dao/Workspace.h"
 #include "tests/support/BrowserAccess.h"
 
-#include <QTemporaryDir>
 #include <vector>
 
 namespace bench {
@@ -39,17 +36,17 @@ public:
     static constexpr int FirstOfLevel = 200'000;
 
     /// subtree: categories with the root. level: categories below LevelParent.
-    BrowserOnForest(int subtree, int level)
-        : subtree_(subtree) {
-        mkl::createCatalogue(file());
-        database_ = mkl::openCatalogue(*workspace_, file());
-        raw = std::make_unique<RawDatabase>(file());
+    BrowserOnForest(Engine engine, int subtree, int level)
+        : catalogue_(engine)
+        , raw(*catalogue_.raw)
+        , subtree_(subtree) {
         insert(Root, 1, u"NULL"_s, 1);
         insert(LevelParent, 1, u"NULL"_s, 2);
         insertSubtree();
         insert(FirstOfLevel, level, QString::number(LevelParent));
-        browser.setBackend(database_);
-        browser.setWorkspace(workspace_);
+        catalogue_.settle();
+        browser.setBackend(catalogue_.database);
+        browser.setWorkspace(catalogue_.workspace);
         browser.resize(1200, 800);
         browser.show();
         if (browser.Populate() != 2 + subtree - 1 + level) qFatal("the tree is incomplete");
@@ -58,46 +55,42 @@ public:
     /// Five levels, ten categories below each.
     void insertSubtree() const {
         exec(u"WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < %1) "
-             "INSERT INTO \"ARTIKEL/KATEGORIEN\" (\"Kategorie-Schlüssel\", Kategoriename, Parent, \"Order\", Aktiv, "
-             "\"Absender-Schlüssel\") SELECT %2 + i, 'K' || i, iif(i <= 10, %3, %2 + (i - 1) / 10), i, -1, 1 FROM n"_s
+             "INSERT INTO \"ARTIKEL/KATEGORIEN\" (\"Kategorie-Schlüssel\", \"Kategoriename\", \"Parent\", \"Order\", "
+             "\"Aktiv\", \"Absender-Schlüssel\") "
+             "SELECT %2 + i, 'K' || i, CASE WHEN i <= 10 THEN %3 ELSE %2 + (i - 1) / 10 END, i, -1, 1 FROM n"_s
                  .arg(subtree_ - 1)
                  .arg(FirstOfSubtree)
                  .arg(Root));
     }
     void insert(int first, int count, const QString& parent, int order = 0) const {
         exec(u"WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < %1) "
-             "INSERT INTO \"ARTIKEL/KATEGORIEN\" (\"Kategorie-Schlüssel\", Kategoriename, Parent, \"Order\", Aktiv, "
-             "\"Absender-Schlüssel\") SELECT %2 + i - 1, 'K' || (100000 - i), %3, %4 + i, -1, 1 FROM n"_s.arg(count)
+             "INSERT INTO \"ARTIKEL/KATEGORIEN\" (\"Kategorie-Schlüssel\", \"Kategoriename\", \"Parent\", \"Order\", "
+             "\"Aktiv\", \"Absender-Schlüssel\") SELECT %2 + i - 1, 'K' || (100000 - i), %3, %4 + i, -1, 1 FROM n"_s
+                 .arg(count)
                  .arg(first)
                  .arg(parent)
                  .arg(order));
     }
-    void exec(const QString& statements) const {
-        raw->require(sqlite3_exec(raw->handle(), statements.toUtf8().constData(), nullptr, nullptr, nullptr));
-    }
+    void exec(const QString& statements) const { raw.exec(statements); }
     std::vector<int> keys(const QString& query) const {
         std::vector<int> keys;
-        const RawStatement statement(*raw, query.toUtf8().constData());
-        while (statement.step())
-            keys.push_back(statement.integer(0));
+        const auto statement = raw.prepare(query);
+        while (statement->step())
+            keys.push_back(statement->integer(0));
         return keys;
     }
     /// For each key the statement that looks for its row, then the one that changes it; in one transaction.
-    void runForKeys(const std::vector<int>& rows, const char* change) const {
-        exec(u"BEGIN IMMEDIATE"_s);
-        RawStatement seek(*raw, "SELECT * FROM \"ARTIKEL/KATEGORIEN\" WHERE \"Kategorie-Schlüssel\" = ?1");
-        RawStatement write(*raw, change);
+    void runForKeys(const std::vector<int>& rows, const QString& change) const {
+        raw.begin();
+        const auto seek = raw.prepare(u"SELECT * FROM \"ARTIKEL/KATEGORIEN\" WHERE \"Kategorie-Schlüssel\" = ?1"_s);
+        const auto write = raw.prepare(change);
+        const bool isNumbering = change.contains(u"?2"_s);
         int position = 0;
         for (const int key : rows) {
-            seek.bind(1, key);
-            if (!seek.step()) qFatal("a row is missing");
-            seek.reset();
-            write.bind(1, key);
-            write.bind(2, ++position);
-            write.step();
-            write.reset();
+            if (!seek->run(key)) qFatal("a row is missing");
+            isNumbering ? write->run(key, ++position) : write->run(key);
         }
-        exec(u"COMMIT"_s);
+        raw.commit();
     }
     double readSeconds() {
         return medianSeconds(1, [&] { browser.RefreshPane(mkl::acbPaneCategoryTree); });
@@ -105,16 +98,15 @@ public:
     void select(int category) { browser.setSelected(mkl::acbPaneCategoryTree, category); }
     mkl::ArtCatBrowserPrivate& hub() const { return mkl::BrowserAccess::hub(browser); }
 
-    std::unique_ptr<RawDatabase> raw;
+private:
+    const OpenCatalogue catalogue_;
+
+public:
+    RawClient& raw;
     mkl::ArtCatBrowser browser;
 
 private:
-    QString file() const { return folder_.filePath(u"forest.sqlite"_s); }
-
     const int subtree_;
-    QTemporaryDir folder_;
-    mkl::Ref<dao::Workspace> workspace_ = dao::DBEngine::CreateWorkspace();
-    mkl::Ref<dao::Database> database_;
 };
 
 } // namespace bench

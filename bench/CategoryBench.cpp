@@ -18,8 +18,8 @@ constexpr int FirstOfLevel = BrowserOnForest::FirstOfLevel;
 
 } // namespace
 
-Result deleteTreeRow() {
-    BrowserOnForest forest(Subtree, Level);
+Result deleteTreeRow(Engine engine) {
+    BrowserOnForest forest(engine, Subtree, Level);
     const YesSayer yes;
     std::vector<double> ours, raw, reads;
     for (int run = 0; run < Runs; ++run) {
@@ -39,7 +39,7 @@ Result deleteTreeRow() {
                 .arg(FirstOfLevel - 1));
         if (keys.size() != std::size_t(Subtree)) qFatal("the subtree is incomplete");
         raw.push_back(medianSeconds(1, [&] {
-            forest.runForKeys(keys, "DELETE FROM \"ARTIKEL/KATEGORIEN\" WHERE \"Kategorie-Schlüssel\" = ?1");
+            forest.runForKeys(keys, u"DELETE FROM \"ARTIKEL/KATEGORIEN\" WHERE \"Kategorie-Schlüssel\" = ?1"_s);
         }));
         restore();
         forest.readSeconds();
@@ -49,12 +49,12 @@ Result deleteTreeRow() {
     result.unit = u"s"_s;
     result.goal = 3;
     result.ours = median(ours);
-    result.baselines = {{u"C API"_s, median(raw)}, {u"X_PopulateTV"_s, median(reads)}};
+    result.baselines = {{forest.raw.name(), median(raw)}, {u"X_PopulateTV"_s, median(reads)}};
     return result;
 }
 
-Result sortLevelRow() {
-    BrowserOnForest forest(Subtree, Level);
+Result sortLevelRow(Engine engine) {
+    BrowserOnForest forest(engine, Subtree, Level);
     const YesSayer yes;
     std::vector<double> ours, raw, reads;
     for (int run = 0; run < Runs; ++run) {
@@ -64,10 +64,10 @@ Result sortLevelRow() {
         reads.push_back(forest.readSeconds());
         raw.push_back(medianSeconds(1, [&] {
             const std::vector<int> keys = forest.keys(
-                u"SELECT \"Kategorie-Schlüssel\" FROM \"ARTIKEL/KATEGORIEN\" WHERE Parent = %1 ORDER BY Kategoriename"_s
+                u"SELECT \"Kategorie-Schlüssel\" FROM \"ARTIKEL/KATEGORIEN\" WHERE \"Parent\" = %1 ORDER BY \"Kategoriename\""_s
                     .arg(LevelParent));
-            forest.runForKeys(keys, "UPDATE \"ARTIKEL/KATEGORIEN\" SET \"Order\" = ?2, LetzteÄnderung = "
-                                    "'2026-11-21 12:00:00' WHERE \"Kategorie-Schlüssel\" = ?1");
+            forest.runForKeys(keys, u"UPDATE \"ARTIKEL/KATEGORIEN\" SET \"Order\" = ?2, \"LetzteÄnderung\" = "
+                                    "'2026-11-21 12:00:00' WHERE \"Kategorie-Schlüssel\" = ?1"_s);
         }));
     }
     Result result;
@@ -75,7 +75,7 @@ Result sortLevelRow() {
     result.unit = u"s"_s;
     result.goal = 3;
     result.ours = median(ours);
-    result.baselines = {{u"C API"_s, median(raw)}, {u"X_PopulateTV"_s, median(reads)}};
+    result.baselines = {{forest.raw.name(), median(raw)}, {u"X_PopulateTV"_s, median(reads)}};
     return result;
 }
 

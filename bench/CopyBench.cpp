@@ -24,34 +24,30 @@ void copyRaw(const BrowserOnForest& forest) {
                         .arg(BrowserOnForest::FirstOfSubtree)
                         .arg(BrowserOnForest::FirstOfLevel - 1));
     if (keys.size() != std::size_t(Subtree)) qFatal("the subtree is incomplete");
-    forest.exec(u"BEGIN IMMEDIATE"_s);
-    RawStatement parentOf(*forest.raw, "SELECT Parent FROM \"ARTIKEL/KATEGORIEN\" WHERE \"Kategorie-Schlüssel\" = ?1");
-    RawStatement category(
-        *forest.raw, "INSERT INTO \"ARTIKEL/KATEGORIEN\" (\"Kategorie-Schlüssel\", \"Absender-Schlüssel\", "
-                     "Kategoriename, Bezeichnung, LetzteÄnderung, Parent, \"Order\", Aktiv) SELECT ?1, "
-                     "\"Absender-Schlüssel\", Kategoriename, Bezeichnung, '2026-11-21 12:00:00', ?3, \"Order\", -1 "
-                     "FROM \"ARTIKEL/KATEGORIEN\" WHERE \"Kategorie-Schlüssel\" = ?2");
-    RawStatement articles(*forest.raw,
-                          "INSERT INTO ARTKAT (\"Artikel-Schlüssel\", \"Kategorie-Schlüssel\", \"Order\", "
-                          "LetzteÄnderung) SELECT \"Artikel-Schlüssel\", ?1, \"Order\", '2026-11-21 12:00:00' FROM "
-                          "ARTKAT WHERE \"Kategorie-Schlüssel\" = ?2");
+    forest.raw.begin();
+    const auto parentOf =
+        forest.raw.prepare(u"SELECT \"Parent\" FROM \"ARTIKEL/KATEGORIEN\" WHERE \"Kategorie-Schlüssel\" = ?1"_s);
+    const auto category = forest.raw.prepare(
+        u"INSERT INTO \"ARTIKEL/KATEGORIEN\" (\"Kategorie-Schlüssel\", \"Absender-Schlüssel\", \"Kategoriename\", "
+        "\"Bezeichnung\", \"LetzteÄnderung\", \"Parent\", \"Order\", \"Aktiv\") SELECT ?1, "
+        "\"Absender-Schlüssel\", \"Kategoriename\", \"Bezeichnung\", '2026-11-21 12:00:00', ?3, \"Order\", -1 "
+        "FROM \"ARTIKEL/KATEGORIEN\" WHERE \"Kategorie-Schlüssel\" = ?2"_s);
+    const auto articles = forest.raw.prepare(
+        u"INSERT INTO \"ARTKAT\" (\"Artikel-Schlüssel\", \"Kategorie-Schlüssel\", \"Order\", \"LetzteÄnderung\") "
+        "SELECT \"Artikel-Schlüssel\", ?1, \"Order\", '2026-11-21 12:00:00' FROM \"ARTKAT\" WHERE "
+        "\"Kategorie-Schlüssel\" = ?2"_s);
     QHash<int, int> copies;
     int next = LastKey;
     for (const int key : keys) {
-        parentOf.bind(1, key);
-        parentOf.step();
-        const int parent = key == Source ? Target : copies.value(parentOf.integer(0));
-        parentOf.reset();
+        parentOf->bind(1, key);
+        parentOf->step();
+        const int parent = key == Source ? Target : copies.value(parentOf->integer(0));
+        parentOf->reset();
         copies[key] = next += 10;
-        for (RawStatement* each : {&category, &articles}) {
-            each->bind(1, next);
-            each->bind(2, key);
-            if (each == &category) each->bind(3, parent);
-            each->step();
-            each->reset();
-        }
+        category->run(next, key, parent);
+        articles->run(next, key);
     }
-    forest.exec(u"COMMIT"_s);
+    forest.raw.commit();
 }
 
 void checkAndDelete(const BrowserOnForest& forest) {
@@ -63,16 +59,16 @@ void checkAndDelete(const BrowserOnForest& forest) {
     if (count("ARTIKEL/KATEGORIEN") != Subtree || count("ARTKAT") != Subtree * Articles)
         qFatal("the copy is incomplete");
     forest.exec(u"DELETE FROM \"ARTIKEL/KATEGORIEN\" WHERE \"Kategorie-Schlüssel\" > %1;"
-                "DELETE FROM ARTKAT WHERE \"Kategorie-Schlüssel\" > %1"_s.arg(LastKey));
+                "DELETE FROM \"ARTKAT\" WHERE \"Kategorie-Schlüssel\" > %1"_s.arg(LastKey));
 }
 
 } // namespace
 
-Result copyRow() {
-    BrowserOnForest forest(Subtree, 1);
+Result copyRow(Engine engine) {
+    BrowserOnForest forest(engine, Subtree, 1);
     forest.insert(LastKey, 1, u"NULL"_s, 2);
     forest.exec(
-        u"INSERT INTO ARTKAT (\"Artikel-Schlüssel\", \"Kategorie-Schlüssel\", \"Order\") SELECT n.column1, "
+        u"INSERT INTO \"ARTKAT\" (\"Artikel-Schlüssel\", \"Kategorie-Schlüssel\", \"Order\") SELECT n.column1, "
         "k.\"Kategorie-Schlüssel\", n.column1 FROM (VALUES (1), (2), (3), (4)) n, \"ARTIKEL/KATEGORIEN\" k WHERE "
         "k.\"Kategorie-Schlüssel\" = %1 OR k.\"Kategorie-Schlüssel\" BETWEEN %2 AND %3"_s.arg(Source)
             .arg(BrowserOnForest::FirstOfSubtree)
@@ -95,7 +91,7 @@ Result copyRow() {
     result.unit = u"s"_s;
     result.goal = 3;
     result.ours = median(ours);
-    result.baselines = {{u"C API, the same inserts"_s, median(raw)}};
+    result.baselines = {{forest.raw.name() + u", the same inserts"_s, median(raw)}};
     return result;
 }
 

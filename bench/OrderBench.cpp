@@ -1,11 +1,14 @@
-// What the clerk does with the articles of a category of 10,000: numbering, moving, adding; beside the plain C
-// interface that writes the same rows.
-#include "bench/BrowserOnPool.h"
+// What the clerk does with the articles of a category of 10,000: numbering, moving, adding; beside the plain client
+// interface of the engine that writes the same rows.
+#include "bench/OpenCatalogue.h"
 #include "bench/Row.h"
+#include "browser/ArtCatBrowser.h"
 #include "browser/dialogs/frmArticleNewPos.h"
 #include "controls/FormRunner.h"
+#include "controls/ListView.h"
 #include "tests/support/BrowserAccess.h"
 
+#include <QApplication>
 #include <QDialog>
 
 #include <algorithm>
@@ -19,7 +22,7 @@ namespace {
 constexpr int Runs = 5;
 constexpr int Positions = 10'000;
 constexpr int Added = 1'000;
-constexpr int Category = 13; // one of the demo catalogue's own
+constexpr int Category = 13;
 
 /// Lets every article come behind the last position.
 class AddingRunner final : public mkl::FormRunner {
@@ -40,85 +43,91 @@ private:
     mkl::FormRunner* former_;
 };
 
-/// A browser that shows the category with its 10,000 articles.
+/// A browser that shows a category with its 10,000 articles, of a pool that has more.
 class BrowserOnCategory {
 public:
-    explicit BrowserOnCategory(int articles = 2 * Positions)
-        : host(articles) {
-        host.browser.setWorkspace(host.pool.workspace());
+    explicit BrowserOnCategory(Engine engine, int articles = 2 * Positions)
+        : catalogue(engine)
+        , raw(*catalogue.raw)
+        , articles_(articles) {
+        insertRows();
         fill();
+        catalogue.settle();
+        browser.setBackend(catalogue.database);
+        browser.setWorkspace(catalogue.workspace);
+        browser.resize(1200, 800);
+        browser.show();
+        if (browser.Populate() != 1) qFatal("the catalogue cannot be read");
+        QApplication::processEvents();
         show();
     }
 
     /// The category with articles at positions 1 to 10,000, whatever was there before.
     void fill() const {
-        exec(
-            u"DELETE FROM ARTKAT;"
-            "INSERT INTO ARTKAT (\"Artikel-Schlüssel\", \"Kategorie-Schlüssel\", \"Order\") SELECT artikel, %1, n FROM "
-            "(SELECT row_number() OVER () AS n, \"Artikel-Schlüssel\" AS artikel FROM ARTIKEL LIMIT %2)"_s.arg(Category)
-                .arg(Positions));
-    }
-    void show() {
-        host.browser.RefreshPane(mkl::acbPaneCategoryTree);
-        host.browser.setSelected(mkl::acbPaneCategoryTree, Category);
-        if (host.browser.ArticleListView()->ListItems().Count() != Positions) qFatal("the list is incomplete");
-    }
-    void exec(const QString& statements) const {
-        host.pool.raw->require(
-            sqlite3_exec(host.pool.raw->handle(), statements.toUtf8().constData(), nullptr, nullptr, nullptr));
+        raw.exec(u"DELETE FROM \"ARTKAT\";"
+                 "INSERT INTO \"ARTKAT\" (\"Artikel-Schlüssel\", \"Kategorie-Schlüssel\", \"Order\") "
+                 "SELECT \"Artikel-Schlüssel\", %1, \"Artikel-Schlüssel\" FROM \"ARTIKEL\" WHERE "
+                 "\"Artikel-Schlüssel\" <= %2 ORDER BY \"Artikel-Schlüssel\""_s.arg(Category)
+                     .arg(Positions));
     }
     std::vector<int> rowKeys() const {
         std::vector<int> keys;
-        const RawStatement statement(*host.pool.raw, "SELECT ArtKatID FROM ARTKAT ORDER BY \"Order\"");
-        while (statement.step())
-            keys.push_back(statement.integer(0));
+        const auto statement = raw.prepare(u"SELECT \"ArtKatID\" FROM \"ARTKAT\" ORDER BY \"Order\""_s);
+        while (statement->step())
+            keys.push_back(statement->integer(0));
         return keys;
     }
     /// Positions from 1 in that sequence of rows, by key, in one transaction.
     void numberRaw(const std::vector<int>& keys) const {
-        exec(u"BEGIN IMMEDIATE"_s);
-        RawStatement update(
-            *host.pool.raw,
-            "UPDATE ARTKAT SET \"Order\" = ?1, LetzteÄnderung = '2026-11-21 12:00:00' WHERE ArtKatID = ?2");
+        raw.begin();
+        const auto update = raw.prepare(u"UPDATE \"ARTKAT\" SET \"Order\" = ?1, \"LetzteÄnderung\" = "
+                                        "'2026-11-21 12:00:00' WHERE \"ArtKatID\" = ?2"_s);
         int position = 0;
-        for (const int key : keys) {
-            update.bind(1, ++position);
-            update.bind(2, key);
-            update.step();
-            update.reset();
-        }
-        exec(u"COMMIT"_s);
+        for (const int key : keys)
+            update->run(++position, key);
+        raw.commit();
     }
     /// For each of the last articles: is it there, else in with it.
     void addRaw() const {
-        exec(u"BEGIN IMMEDIATE"_s);
-        RawStatement find(*host.pool.raw, "SELECT ArtKatID FROM ARTKAT WHERE \"Artikel-Schlüssel\" = ?1 AND "
-                                          "\"Kategorie-Schlüssel\" = ?2");
-        RawStatement insert(*host.pool.raw, "INSERT INTO ARTKAT (\"Artikel-Schlüssel\", \"Kategorie-Schlüssel\", "
-                                            "\"Order\", LetzteÄnderung) VALUES (?1, ?2, ?3, '2026-11-21 12:00:00')");
-        const auto& articles = host.list().ListItems();
-        for (int row = 0; row < Added; ++row) {
-            const int article = articles.Item(mkl::Long(Articles - row))->Tag().toLong();
-            find.bind(1, article);
-            find.bind(2, Category);
-            const bool isThere = find.step();
-            find.reset();
-            if (isThere) continue;
-            insert.bind(1, article);
-            insert.bind(2, Category);
-            insert.bind(3, Positions + 1 + row);
-            insert.step();
-            insert.reset();
-        }
-        exec(u"COMMIT"_s);
+        raw.begin();
+        const auto find = raw.prepare(u"SELECT \"ArtKatID\" FROM \"ARTKAT\" WHERE \"Artikel-Schlüssel\" = ?1 AND "
+                                      "\"Kategorie-Schlüssel\" = ?2"_s);
+        const auto insert = raw.prepare(u"INSERT INTO \"ARTKAT\" (\"Artikel-Schlüssel\", \"Kategorie-Schlüssel\", "
+                                        "\"Order\", \"LetzteÄnderung\") VALUES (?1, ?2, ?3, '2026-11-21 12:00:00')"_s);
+        for (int row = 0; row < Added; ++row)
+            if (const int article = articles_ - row; !find->run(article, Category))
+                insert->run(article, Category, Positions + 1 + row);
+        raw.commit();
     }
-    mkl::ArtCatBrowserPrivate& hub() const { return mkl::BrowserAccess::hub(host.browser); }
+    mkl::ListView& list() const { return *browser.ArticlePoolListView(); }
+    /// From the end of the pool.
+    mkl::Ref<mkl::ListItem> lastArticle(int row) const { return list().ListItems().Item(mkl::Long(articles_ - row)); }
+    mkl::ArtCatBrowserPrivate& hub() const { return mkl::BrowserAccess::hub(browser); }
 
-    BrowserOnPool host;
+    const OpenCatalogue catalogue;
+    RawClient& raw;
+    mkl::ArtCatBrowser browser;
+
+private:
+    void insertRows() const {
+        raw.exec(u"INSERT INTO \"ARTIKEL/KATEGORIEN\" (\"Kategorie-Schlüssel\", \"Kategoriename\", \"Order\", "
+                 "\"Aktiv\", \"Absender-Schlüssel\") VALUES (%1, 'Schrauben', 1, -1, 1);"
+                 "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < %2) "
+                 "INSERT INTO \"ARTIKEL\" (\"Artikel-Schlüssel\", \"Artikelname\", \"Aktiv\", "
+                 "\"Absender-Schlüssel\") SELECT i, 'Sechskantschraube M' || i % 97 || ' x ' || (1000000 + i), -1, 1 "
+                 "FROM n"_s.arg(Category)
+                     .arg(articles_));
+    }
+    void show() {
+        browser.setSelected(mkl::acbPaneCategoryTree, Category);
+        if (browser.ArticleListView()->ListItems().Count() != Positions) qFatal("the list is incomplete");
+    }
+
+    const int articles_;
 };
 
 /// Ours and the baseline in turns.
-Result inTurns(const std::function<void()>& ours, const std::function<void()>& raw) {
+Result inTurns(const QString& client, const std::function<void()>& ours, const std::function<void()>& raw) {
     std::vector<double> ourTimes, rawTimes;
     for (int run = 0; run < Runs; ++run) {
         ourTimes.push_back(medianSeconds(1, ours));
@@ -128,27 +137,27 @@ Result inTurns(const std::function<void()>& ours, const std::function<void()>& r
     result.unit = u"s"_s;
     result.goal = 3;
     result.ours = median(ourTimes);
-    result.baselines = {{u"C API"_s, median(rawTimes)}};
+    result.baselines = {{client, median(rawTimes)}};
     return result;
 }
 
 } // namespace
 
-Result renumberRow() {
-    const BrowserOnCategory category;
+Result renumberRow(Engine engine) {
+    const BrowserOnCategory category(engine);
     const std::vector<int> keys = category.rowKeys();
     const auto ours = [&] {
-        category.host.pool.workspace()->BeginTrans();
+        category.catalogue.workspace->BeginTrans();
         category.hub().articleOrder->Cat_RenumberArticles(Category, 0, 0);
-        category.host.pool.workspace()->CommitTrans();
+        category.catalogue.workspace->CommitTrans();
     };
-    Result result = inTurns(ours, [&] { category.numberRaw(keys); });
+    Result result = inTurns(category.raw.name(), ours, [&] { category.numberRaw(keys); });
     result.work = u"Cat_RenumberArticles over 10,000 positions, with its transaction"_s;
     return result;
 }
 
-Result moveRow() {
-    const BrowserOnCategory category;
+Result moveRow(Engine engine) {
+    const BrowserOnCategory category(engine);
     std::vector<int> keys = category.rowKeys();
     bool done = true;
     // From the last to the first place, so that every row is written.
@@ -156,7 +165,7 @@ Result moveRow() {
         done &= category.hub().articleOrder->ReorderCategories(1, Positions, keys.front(), keys.back(), Category);
         std::ranges::rotate(keys, keys.end() - 1);
     };
-    Result result = inTurns(ours, [&] { category.numberRaw(keys); });
+    Result result = inTurns(category.raw.name(), ours, [&] { category.numberRaw(keys); });
     if (!done) qFatal("a move has failed");
     result.work = u"ReorderCategories from the last to the first of 10,000 positions"_s;
     return result;
@@ -164,17 +173,21 @@ Result moveRow() {
 
 namespace {
 
+/// Of the articles in the pool; making a million rows on a server takes longer than all commands.
+int poolOf(Engine engine) {
+    return engine == Engine::File ? 1'000'000 : 100'000;
+}
+
 /// The last articles of the pool, which are in no category, come behind the last position.
-Result addLastArticles(const QString& work, mkl::Long (*add)(const BrowserOnCategory& category)) {
-    BrowserOnCategory category(Articles);
-    const mkl::ListView& pool = category.host.list();
+Result addLastArticles(Engine engine, const QString& work, mkl::Long (*add)(const BrowserOnCategory& category)) {
+    const BrowserOnCategory category(engine, poolOf(engine));
     const AddingRunner user;
     std::vector<mkl::Ref<mkl::ListItem>> selected;
     for (int row = 0; row < Added; ++row)
-        selected.push_back(pool.ListItems().Item(mkl::Long(Articles - row)));
+        selected.push_back(category.lastArticle(row));
     std::vector<double> ours, raw;
     for (int run = 0; run < Runs; ++run) {
-        category.host.list().deselectOthers({});
+        category.list().deselectOthers({});
         for (const auto& item : selected)
             item->setSelected(true);
         mkl::Long added = 0;
@@ -189,7 +202,7 @@ Result addLastArticles(const QString& work, mkl::Long (*add)(const BrowserOnCate
     result.unit = u"ms"_s;
     result.goal = 3;
     result.ours = 1000 * median(ours);
-    result.baselines = {{u"C API"_s, 1000 * median(raw)}};
+    result.baselines = {{category.raw.name(), 1000 * median(raw)}};
     return result;
 }
 
@@ -197,9 +210,9 @@ mkl::Long addSelected(const BrowserOnCategory& category) {
     mkl::ArticleAssignment& assignment = *category.hub().articleAssignment;
     mkl::ArticleAssignment::ItemList items;
     assignment.Article_SelectedArray(items, mkl::acbPaneArticlePool);
-    category.host.pool.workspace()->BeginTrans();
+    category.catalogue.workspace->BeginTrans();
     const mkl::Long added = assignment.Cat_AddArticles(Category, Positions + 1, items, mkl::acbPaneArticlePool);
-    category.host.pool.workspace()->CommitTrans();
+    category.catalogue.workspace->CommitTrans();
     return added;
 }
 
@@ -209,12 +222,12 @@ mkl::Long dropSelected(const BrowserOnCategory& category) {
 
 } // namespace
 
-Result addRow() {
-    return addLastArticles(u"Cat_AddArticles of 1,000 to a category of 10,000, of 1,000,000 articles"_s, addSelected);
+Result addRow(Engine engine) {
+    return addLastArticles(engine, u"Cat_AddArticles of 1,000 to a category of 10,000, of a large pool"_s, addSelected);
 }
 
-Result dropRow() {
-    return addLastArticles(u"the whole drop of them, which asks for each pair twice"_s, dropSelected);
+Result dropRow(Engine engine) {
+    return addLastArticles(engine, u"the whole drop of them, which asks for each pair twice"_s, dropSelected);
 }
 
 } // namespace bench

@@ -1,5 +1,7 @@
 #pragma once
 // One line of the table: our figure beside the baselines of the same run.
+#include "bench/RawClient.h"
+
 #include <QString>
 #include <functional>
 #include <vector>
@@ -47,13 +49,13 @@ Result fillMemoryRow();
 Result clickRow();
 Result scrollRow();
 Result dragRow();
-Result renumberRow();
-Result moveRow();
-Result addRow();
-Result dropRow();
-Result deleteTreeRow();
-Result sortLevelRow();
-Result copyRow();
+Result renumberRow(Engine engine);
+Result moveRow(Engine engine);
+Result addRow(Engine engine);
+Result dropRow(Engine engine);
+Result deleteTreeRow(Engine engine);
+Result sortLevelRow(Engine engine);
+Result copyRow(Engine engine);
 Result searchRow();
 Result searchPatternRow();
 Result serverPoolRow();

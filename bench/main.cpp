@@ -1,10 +1,12 @@
 // Prints the rows of the table, all or the named ones; --list only their names, --head only the table's head.
+#include "bench/OpenCatalogue.h"
 #include "bench/Row.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
 #include <algorithm>
 #include <cstdio>
+#include <iterator>
 
 using namespace Qt::StringLiterals;
 
@@ -28,18 +30,52 @@ double medianSeconds(int runs, const std::function<void()>& call) {
 
 namespace {
 
-const std::vector<Row>& rows() {
-    static const std::vector<Row> all{
-        {u"tree"_s, treeRow},         {u"memory"_s, memoryRow},      {u"import"_s, importRow},
-        {u"pool"_s, poolRow},         {u"poolmem"_s, poolMemoryRow}, {u"literals"_s, literalsRow},
-        {u"find"_s, findRow},         {u"findscan"_s, findScanRow},  {u"like"_s, likeRow},
-        {u"order"_s, orderRow},       {u"parse"_s, parseRow},        {u"fill"_s, fillRow},
-        {u"fillqt"_s, fillWidgetRow}, {u"fillmem"_s, fillMemoryRow}, {u"click"_s, clickRow},
-        {u"scroll"_s, scrollRow},     {u"renumber"_s, renumberRow},  {u"move"_s, moveRow},
-        {u"add"_s, addRow},           {u"drop"_s, dropRow},          {u"deltree"_s, deleteTreeRow},
-        {u"level"_s, sortLevelRow},   {u"search"_s, searchRow},      {u"searchlike"_s, searchPatternRow},
-        {u"copy"_s, copyRow},         {u"drag"_s, dragRow},          {u"srvpool"_s, serverPoolRow},
-        {u"srvtree"_s, serverTreeRow}};
+/// A row of that engine; skipped where the engine is missing.
+Row rowOn(Engine engine, const QString& name, const std::function<Result()>& measure) {
+    return {name, [engine, measure] {
+                Result missing;
+                missing.skipped = OpenCatalogue::missing(engine);
+                return missing.skipped.isEmpty() ? measure() : missing;
+            }};
+}
+
+/// The commands of the browser.
+std::vector<Row> commandRows(Engine engine) {
+    using Measure = Result (*)(Engine);
+    const std::vector<std::pair<QString, Measure>> commands{
+        {u"renumber"_s, renumberRow},  {u"move"_s, moveRow},       {u"add"_s, addRow},  {u"drop"_s, dropRow},
+        {u"deltree"_s, deleteTreeRow}, {u"level"_s, sortLevelRow}, {u"copy"_s, copyRow}};
+    std::vector<Row> rows;
+    for (const auto& [name, measure] : commands)
+        rows.push_back(rowOn(engine, engine == Engine::Server ? u"srv"_s + name : name,
+                             [engine, measure = measure] { return measure(engine); }));
+    return rows;
+}
+
+std::vector<Row> allRows() {
+    std::vector<Row> all{{u"tree"_s, treeRow},
+                         {u"memory"_s, memoryRow},
+                         {u"import"_s, importRow},
+                         {u"pool"_s, poolRow},
+                         {u"poolmem"_s, poolMemoryRow},
+                         {u"literals"_s, literalsRow},
+                         {u"find"_s, findRow},
+                         {u"findscan"_s, findScanRow},
+                         {u"like"_s, likeRow},
+                         {u"order"_s, orderRow},
+                         {u"parse"_s, parseRow},
+                         {u"fill"_s, fillRow},
+                         {u"fillqt"_s, fillWidgetRow},
+                         {u"fillmem"_s, fillMemoryRow},
+                         {u"click"_s, clickRow},
+                         {u"scroll"_s, scrollRow},
+                         {u"drag"_s, dragRow},
+                         {u"search"_s, searchRow},
+                         {u"searchlike"_s, searchPatternRow}};
+    std::ranges::copy(commandRows(Engine::File), std::back_inserter(all));
+    all.push_back(rowOn(Engine::Server, u"srvpool"_s, serverPoolRow));
+    all.push_back(rowOn(Engine::Server, u"srvtree"_s, serverTreeRow));
+    std::ranges::copy(commandRows(Engine::Server), std::back_inserter(all));
     return all;
 }
 
@@ -94,7 +130,7 @@ int main(int argc, char** argv) {
     const QStringList wanted = QApplication::arguments().mid(1);
     if (wanted.contains(u"--head"_s)) bench::printHead();
     bool allMet = true;
-    for (const bench::Row& row : bench::rows()) {
+    for (const bench::Row& row : bench::allRows()) {
         if (wanted.contains(u"--list"_s)) {
             std::puts(qPrintable(row.name));
         } else if (wanted.isEmpty() || wanted.contains(row.name)) {
