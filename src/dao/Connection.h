@@ -120,7 +120,7 @@ public:
     /// Reads the tables again if they changed since; true if they did.
     virtual bool refreshSchema() = 0;
     /// Whether a prepared action refuses to run (an internal error) where its tables are others than at its
-    /// preparation, so that nobody need ask beforehand.
+    /// preparation, and a query is stale then, so that nobody need ask beforehand.
     virtual bool noticesOldTables() const { return false; }
     /// Whether a statement costs a way to a server and back, so that many rows in one are worth more than they cost.
     virtual bool readsAhead() const { return false; }

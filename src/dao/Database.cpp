@@ -101,9 +101,12 @@ mkl::Ref<Recordset> Database::OpenRecordset(const QString& source, Long type) {
     if (!isOpenType(type)) mkl::throwError(mkl::err::InvalidArgument);
     if (!d_->isTable(source))
         return mkl::makeRef<Recordset>(d_->cursorOf({d_->connection, d_->plans, source}, type), source);
-    const jet::Table& table = d_->table(source);
-    if (type == 0 || type == dbOpenTable)
-        return mkl::makeRef<Recordset>(std::make_unique<TableCursor>(d_->connection, table), table.name);
+    const bool isOfTable = type == 0 || type == dbOpenTable;
+    const jet::Table* const known = isOfTable || !d_->connection->noticesOldTables()
+                                        ? nullptr
+                                        : d_->connection->schema().findTable(withoutBrackets(source));
+    const jet::Table& table = known ? *known : d_->table(source);
+    if (isOfTable) return mkl::makeRef<Recordset>(std::make_unique<TableCursor>(d_->connection, table), table.name);
     const auto rows = QuerySource::ofTable(d_->connection, d_->plans, table.name);
     return mkl::makeRef<Recordset>(d_->cursorOf(rows, type), table.name);
 }

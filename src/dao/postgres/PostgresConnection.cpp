@@ -125,12 +125,12 @@ void PostgresConnection::savepoint(const QByteArray& name) {
 }
 
 void PostgresConnection::release(const QByteArray& name) {
-    session_->script("RELEASE " + name);
+    session_->release(name);
 }
 
 void PostgresConnection::rollbackTo(const QByteArray& name) {
     ++*changes_;
-    session_->script("ROLLBACK TO " + name);
+    session_->rollbackTo(name);
 }
 
 Long PostgresConnection::localNumber() {
@@ -151,31 +151,39 @@ bool PostgresConnection::refreshSchema() {
     localRows_.forgetTables();
     statements_.clear();
     guards_.clear();
+    defaults_.clear();
     schemaStamp_ = stamp;
     return true;
 }
 
 ColumnValues PostgresConnection::initialValues(const jet::Table& table) {
     ColumnValues result;
-    const StoredValue name = StoredValue::ofText(target_.name(table.name));
-    RowStore rows;
-    prepared("SELECT a.attname, pg_get_expr(d.adbin, d.adrelid) FROM pg_attribute a JOIN pg_attrdef d "
-             "ON d.adrelid = a.attrelid AND d.adnum = a.attnum WHERE a.attrelid = ($1::text)::regclass "
-             "AND a.attgenerated = '' AND NOT a.attisdropped ORDER BY a.attnum",
-             Access::Internal)
-        ->read({&name, 1}, rows);
     for (int column = 0; column < table.columns.size(); ++column)
         if (table.columns[column].autoNumber)
             result.append({column, StoredValue::ofInteger(takeCounter(table, table.columns[column]))});
-    for (qsizetype row = 0; row < rows.size(); ++row) {
-        const int column = table.columnIndex(QString::fromUtf8(rows.value(row, 0).bytes));
+    const std::shared_ptr<const RowStore> rows = defaultsOf(table);
+    for (qsizetype row = 0; row < rows->size(); ++row) {
+        const int column = table.columnIndex(QString::fromUtf8(rows->value(row, 0).bytes));
         if (column < 0 || table.columns[column].autoNumber) continue;
         RowStore value;
-        prepared("SELECT " + rows.value(row, 1).bytes, Access::Read)->read({}, value);
+        prepared("SELECT " + rows->value(row, 1).bytes, Access::Read)->read({}, value);
         const jet::Column& target = table.columns[column];
         result.append({column, encodeFor(decode(value.value(0, 0), target.type), target)});
     }
     return result;
+}
+
+std::shared_ptr<const RowStore> PostgresConnection::defaultsOf(const jet::Table& table) {
+    std::shared_ptr<RowStore>& known = defaults_[table.name];
+    if (known) return known;
+    const StoredValue name = StoredValue::ofText(target_.name(table.name));
+    auto rows = std::make_shared<RowStore>();
+    prepared("SELECT a.attname, pg_get_expr(d.adbin, d.adrelid) FROM pg_attribute a JOIN pg_attrdef d "
+             "ON d.adrelid = a.attrelid AND d.adnum = a.attnum WHERE a.attrelid = ($1::text)::regclass "
+             "AND a.attgenerated = '' AND NOT a.attisdropped ORDER BY a.attnum",
+             Access::Internal)
+        ->read({&name, 1}, *rows);
+    return known = std::move(rows);
 }
 
 // Numbers may have been given by hand; those after them keep the step of the sequence.

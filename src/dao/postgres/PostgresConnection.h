@@ -56,6 +56,7 @@ private:
     void applySettings();
     std::shared_ptr<Statement> make(const QByteArray& native, Access access, PostgresGuards guards);
     PostgresGuards guardsOf(const QByteArray& native);
+    std::shared_ptr<const RowStore> defaultsOf(const jet::Table& table);
     qint64 takeCounter(const jet::Table& table, const jet::Column& column);
 
     std::shared_ptr<PostgresSession> session_;
@@ -68,6 +69,7 @@ private:
     QByteArray schemaStamp_;
     QHash<QString, std::shared_ptr<PostgresGuard>> guards_; ///< by table
     quint64 guardCount_ = 0;
+    QHash<QString, std::shared_ptr<RowStore>> defaults_; ///< columns and what a new row has there, by table
     PostgresTarget target_;
     PostgresLocalRows localRows_;
 };

@@ -15,7 +15,6 @@ namespace dao {
 
 namespace {
 
-// Of our own statements only; no level of Transaction bears it.
 constexpr const char* savepointText = "SAVEPOINT statement";
 constexpr const char* releaseText = "RELEASE statement";
 
@@ -76,6 +75,8 @@ void PostgresSession::reconnect() {
     if (!connectAnew(raw())) raisePostgresConnectionError(raw(), context_);
     ++generation_;
     forgotten_.clear();
+    endLocks();
+    savepoints_.forget();
     noticed_ = true;
     reconnected_();
 }
@@ -105,7 +106,13 @@ PostgresResult PostgresSession::checked(PGresult* result, const QByteArray& nati
 PostgresResult PostgresSession::script(const QByteArray& native) {
     requireConnection();
     sendBegin();
+    sendSavepoints();
     return checked(asked(native).release());
+}
+
+void PostgresSession::sendSavepoints() {
+    const QByteArrayList due = savepoints_.settle();
+    if (!due.isEmpty()) checked(PQexec(raw(), due.join(';').constData()));
 }
 
 PostgresResult PostgresSession::asked(const QByteArray& native) {
@@ -117,21 +124,32 @@ PostgresResult PostgresSession::savedScript(const QByteArray& native) {
     requireConnection();
     if (!inTransaction()) return script(native);
     sendBegin();
+    sendSavepoints();
     checked(PQexec(raw(), savepointText));
     PostgresResult result = asked(native);
     if (PQtransactionStatus(raw()) == PQTRANS_INERROR)
-        undoFailed(false);
+        undoOwn();
     else
         checked(PQexec(raw(), releaseText));
     return checked(result.release());
 }
 
+void PostgresSession::undoOwn() {
+    savepoints_.setOwnPoint();
+    undoFailed(false);
+}
+
 // Where the transaction began with what has failed it begins anew with what comes next.
 void PostgresSession::undoFailed(bool hasBegun) {
-    if (PQstatus(raw()) != CONNECTION_OK) return;
-    const QByteArray text = hasBegun ? QByteArray("ROLLBACK") : QByteArray("ROLLBACK TO statement;") + releaseText;
+    if (PQstatus(raw()) != CONNECTION_OK || PQtransactionStatus(raw()) != PQTRANS_INERROR) return;
+    QByteArray text = hasBegun ? QByteArray("ROLLBACK") : "ROLLBACK TO " + savepoints_.point();
+    if (savepoints_.hasOwnPoint()) {
+        text += QByteArray(";") + releaseText;
+        savepoints_.forgetPoint();
+    }
     PQclear(PQexec(raw(), text.constData()));
     begins_ = hasBegun;
+    endLocks();
 }
 
 // The server keeps a prepared statement whatever becomes of a transaction.
@@ -139,9 +157,10 @@ PostgresResult PostgresSession::prepare(const QByteArray& statement, const QByte
     requireConnection();
     dropForgotten();
     const bool saved = isInTransaction();
+    if (saved) sendSavepoints();
     if (saved) checked(PQexec(raw(), savepointText));
     PostgresResult made(PQprepare(raw(), statement.constData(), native.constData(), 0, nullptr));
-    if (saved) isFailure(made) ? undoFailed(false) : void(checked(PQexec(raw(), releaseText)));
+    if (saved) isFailure(made) ? undoOwn() : void(checked(PQexec(raw(), releaseText)));
     checked(made.release(), native);
     return checked(PQdescribePrepared(raw(), statement.constData()));
 }
@@ -158,63 +177,80 @@ void PostgresSession::dropForgotten() {
     checked(PQexec(raw(), text.constData()));
 }
 
-void PostgresSession::prepareGuards(const PostgresGuards& guards) {
+// One that was asked in this transaction holds a lock which keeps its table as it is.
+PostgresGuards PostgresSession::prepareGuards(const PostgresGuards& guards) {
+    PostgresGuards asked;
     for (const auto& guard : guards) {
+        if (guard->generation == generation_ && guard->lockedIn == locks_) continue;
+        asked.push_back(guard);
         if (guard->generation == generation_) continue;
         prepare(guard->statement, guard->native);
         guard->generation = generation_;
     }
+    return asked;
+}
+
+void PostgresSession::openPoint(PostgresPipeline& pipeline) {
+    for (const QByteArray& text : savepoints_.takeDue())
+        pipeline.send(text.constData());
+    if (!savepoints_.point().isEmpty()) return;
+    pipeline.send(savepointText);
+    savepoints_.setOwnPoint();
 }
 
 PostgresResult PostgresSession::run(const PostgresCall& call, const PostgresValues& values,
                                     const PostgresGuards& guards, const PostgresRowSink& sink) {
     requireConnection();
-    prepareGuards(guards);
+    const PostgresGuards asked = prepareGuards(guards);
     if (begins_) observeFaultPoint("BEGIN");
     const QByteArray fault = passFaultPoint(raw(), call.native);
     const bool begins = std::exchange(begins_, false), saved = !begins && isInTransaction();
     std::vector<PostgresResult> results;
     size_t own = 0;
-    const auto undo = [&] {
-        if (PQtransactionStatus(raw()) == PQTRANS_INERROR) undoFailed(begins);
-    };
     try {
         PostgresPipeline pipeline(raw());
         if (begins) pipeline.send("BEGIN");
-        if (saved) pipeline.send(savepointText);
+        if (saved) openPoint(pipeline);
         if (asksForTime(call.native)) pipeline.send(clockText().constData());
-        for (const auto& guard : guards)
+        for (const auto& guard : asked)
             pipeline.sendPrepared(guard->statement, {});
         own = pipeline.size();
         if (sink) pipeline.streamNext(sink);
         fault.isEmpty() ? pipeline.sendPrepared(call.statement, values) : pipeline.send(fault.constData());
-        if (saved) pipeline.send(releaseText);
+        const bool changes = !call.native.startsWith("SELECT ");
+        if (saved && changes && savepoints_.hasOwnPoint()) pipeline.send(releaseText);
         if (begins) pipeline.send(numberText);
         results = pipeline.results();
+        if (changes && PQtransactionStatus(raw()) == PQTRANS_INTRANS) savepoints_.forgetPoint();
     } catch (...) {
-        undo();
+        undoFailed(begins);
         throw;
     }
     if (results.size() <= own) raisePostgresError(raw(), results.empty() ? nullptr : results.back().get(), context_);
-    undo();
-    const auto guarded = std::span(results).first(own).last(guards.size());
+    undoFailed(begins);
+    const auto guarded = std::span(results).first(own).last(asked.size());
     const auto failed = std::ranges::find_if(guarded, &isFailure);
     if (failed != guarded.end() && !isLost()) {
         raiseMissingRight(raw(), failed->get(), call.native);
         return nullptr;
     }
     if (begins && results.size() > own + 1) transactionNumber_ = numberIn(results[own + 1]);
+    if (isInTransaction())
+        for (const auto& guard : asked)
+            guard->lockedIn = locks_;
     return checked(results[own].release(), call.native);
 }
 
 void PostgresSession::begin() {
     requireConnection();
     begins_ = true;
+    endLocks();
     transactionNumber_.clear();
 }
 
 void PostgresSession::beginLocked() {
     requireConnection();
+    endLocks();
     const PostgresResult begun = asked(beginLockedText);
     if (isFailure(begun) && isInTransaction()) PQclear(PQexec(raw(), "ROLLBACK"));
     if (isFailure(begun)) raisePostgresError(raw(), begun.get(), context_);
@@ -229,11 +265,25 @@ void PostgresSession::sendBegin() {
 
 void PostgresSession::savepoint(const QByteArray& name) {
     requireConnection();
-    const QByteArray first = std::exchange(begins_, false) ? "BEGIN;" : "";
-    script(first + "SAVEPOINT " + name);
+    sendBegin();
+    observeFaultPoint("SAVEPOINT " + name);
+    savepoints_.set(name);
+}
+
+void PostgresSession::release(const QByteArray& name) {
+    requireConnection();
+    observeFaultPoint("RELEASE " + name);
+    savepoints_.release(name);
+}
+
+void PostgresSession::rollbackTo(const QByteArray& name) {
+    endLocks();
+    script("ROLLBACK TO " + name);
 }
 
 void PostgresSession::commit() {
+    savepoints_.forget();
+    endLocks();
     if (std::exchange(begins_, false)) return; // nothing was done in it
     if (isLost()) raiseServerLost(context_);
     PostgresResult result = asked("COMMIT");
@@ -264,6 +314,8 @@ bool PostgresSession::isCommitted() {
 }
 
 void PostgresSession::rollback() {
+    savepoints_.forget();
+    endLocks();
     if (!std::exchange(begins_, false)) script("ROLLBACK");
 }
 

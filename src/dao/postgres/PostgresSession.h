@@ -3,6 +3,7 @@
 #include "dao/postgres/PostgresConnecting.h"
 #include "dao/postgres/PostgresErrors.h"
 #include "dao/postgres/PostgresPipeline.h"
+#include "dao/postgres/PostgresSavepoints.h"
 
 #include <QByteArrayList>
 #include <QString>
@@ -14,7 +15,8 @@ namespace dao {
 struct PostgresGuard {
     QByteArray statement; ///< its name
     QByteArray native;
-    int generation = 0; ///< of the connection that has it prepared
+    int generation = 0;   ///< of the connection that has it prepared
+    quint64 lockedIn = 0; ///< the transaction that asked it
 };
 using PostgresGuards = std::vector<std::shared_ptr<PostgresGuard>>;
 
@@ -69,6 +71,8 @@ public:
     /// one another as in a file.
     void beginLocked();
     void savepoint(const QByteArray& name);
+    void release(const QByteArray& name);
+    void rollbackTo(const QByteArray& name);
     /// Raises where the server has given it up. Where its answer is lost the server is asked what has become of the
     /// transaction; an error tells where that cannot be known.
     void commit();
@@ -82,17 +86,23 @@ private:
     PostgresResult asked(const QByteArray& native);
     void dropForgotten();
     void sendBegin();
-    void prepareGuards(const PostgresGuards& guards);
+    void sendSavepoints();
+    void openPoint(PostgresPipeline& pipeline);
+    void endLocks() { ++locks_; }
+    PostgresGuards prepareGuards(const PostgresGuards& guards);
     bool isInTransaction() const;
     PGconn* raw() const { return connection_.get(); }
     /// With the statement an error says which right it lacked.
     PostgresResult checked(PGresult* result, const QByteArray& native = {});
     void undoFailed(bool hasBegun);
+    void undoOwn();
 
     PostgresErrorContext context_;
     PostgresHandle connection_;
     int generation_ = 1;
     bool begins_ = false;
+    PostgresSavepoints savepoints_;
+    quint64 locks_ = 1; ///< counts the times for which the server keeps locks
     bool noticed_ = false;
     int patience_ = 0;
     QByteArray transactionNumber_; ///< of the server's; empty where it is not known
