@@ -95,7 +95,7 @@ QByteArray RowEditor::insertText(const QList<int>& columns, bool tellsKey) const
     QByteArrayList parameters;
     for (const int column : columns) {
         names.append(columnNames_[column]);
-        parameters.append(connection_->target().parameter(static_cast<int>(names.size()), table_.columns[column].type));
+        parameters.append(parameter(static_cast<int>(names.size()), column));
     }
     return "INSERT INTO " + nativeTable_ + " (" + names.join(", ") + ") VALUES (" + parameters.join(", ") + ')' +
            (tellsKey ? returningKey() : QByteArray());
@@ -105,6 +105,7 @@ RowKey RowEditor::update(const RowKey& key, const ColumnValues& changes, const s
                          RowStore* stored) const {
     connection_->requireWritable();
     requireKeyValues(changes, false);
+    if (before && !stored && changedAtOnce(key, changes, *before)) return key;
     RowKey newKey = key;
     const auto store = [&] {
         if (before) requireUnchanged(key, *before);
@@ -132,12 +133,41 @@ RowKey RowEditor::change(const RowKey& key, const ColumnValues& changes) const {
     return key;
 }
 
+// Saves the way to a server that asks for the row as it is now. Where no row is changed that way tells why.
+bool RowEditor::changedAtOnce(const RowKey& key, const ColumnValues& changes, const ColumnValues& before) const {
+    using jet::ColumnType;
+    const auto isExact = [this](const ColumnValue& seen) {
+        const ColumnType type = table_.columns[seen.column].type;
+        return type == ColumnType::Int || type == ColumnType::Boolean || type == ColumnType::Date ||
+               type == ColumnType::Text;
+    };
+    const bool isOneStatement = connection_->readsAhead() && connection_->failsAsAWhole(table_.name);
+    if (!isOneStatement || changes.isEmpty() || changesKey(changes) || !std::ranges::all_of(before, isExact))
+        return false;
+    Statement& statement = latest(updateOfSeen_, changes + before, [&](const QList<int>& columns) {
+        QByteArray text = updateText(columns.first(changes.size()), false);
+        auto number = static_cast<int>(changes.size() + key.size());
+        for (const int column : columns.sliced(changes.size()))
+            text += " AND " + columnNames_[column] + " IS NOT DISTINCT FROM " + parameter(++number, column);
+        return text;
+    });
+    QList<StoredValue> values;
+    for (const ColumnValue& change : changes)
+        values.append(change.value);
+    values += key;
+    for (const ColumnValue& seen : before)
+        values.append(seen.value);
+    return statement.run(values) == 1;
+}
+
+QByteArray RowEditor::parameter(int number, int column) const {
+    return connection_->target().parameter(number, table_.columns[column].type);
+}
+
 QByteArray RowEditor::updateText(const QList<int>& columns, bool changesKey) const {
     QByteArrayList assignments;
     for (const int column : columns)
-        assignments.append(
-            columnNames_[column] + " = " +
-            connection_->target().parameter(static_cast<int>(assignments.size()) + 1, table_.columns[column].type));
+        assignments.append(columnNames_[column] + " = " + parameter(static_cast<int>(assignments.size()) + 1, column));
     return "UPDATE " + nativeTable_ + " SET " + assignments.join(", ") + keyCondition(columns.size()) +
            (changesKey ? returningKey() : QByteArray());
 }

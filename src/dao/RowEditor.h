@@ -53,6 +53,8 @@ private:
     template<class Action>
     void atomically(Action&& action) const;
     RowKey change(const RowKey& key, const ColumnValues& changes) const;
+    bool changedAtOnce(const RowKey& key, const ColumnValues& changes, const ColumnValues& before) const;
+    QByteArray parameter(int number, int column) const;
     QByteArray updateText(const QList<int>& columns, bool changesKey) const;
     QByteArray insertText(const QList<int>& columns, bool tellsKey) const;
     /// The key where the values hold it as it will be stored; empty otherwise.
@@ -75,6 +77,7 @@ private:
     mutable std::shared_ptr<Statement> reader_;
     mutable std::shared_ptr<Statement> remover_;
     mutable Latest update_;
+    mutable Latest updateOfSeen_; ///< a row that is as it was seen
     mutable Latest insert_;
     mutable Latest insertOfGivenKey_;
 };

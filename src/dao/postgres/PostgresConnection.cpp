@@ -186,12 +186,22 @@ std::shared_ptr<const RowStore> PostgresConnection::defaultsOf(const jet::Table&
     return known = std::move(rows);
 }
 
-// Numbers may have been given by hand; those after them keep the step of the sequence.
+// Numbers may have been given by hand; those after them keep the step of the sequence. That is settled by the first
+// new row of a transaction; what it stores by hand afterwards moves the sequence along.
 qint64 PostgresConnection::takeCounter(const jet::Table& table, const jet::Column& column) {
-    const StoredValue names[] = {StoredValue::ofText(target_.name(table.name)),
-                                 StoredValue::ofText(column.name.toUtf8())};
+    Counter& counter = counters_[table.name];
+    const bool isSettled = session_->inTransaction() && counter.settledIn == session_->lockPeriod();
     RowStore row;
-    prepared("SELECT mkl_next($1::text, $2::text)", Access::Internal)->read(names, row);
+    if (isSettled) {
+        const StoredValue sequence = StoredValue::ofText(counter.sequence);
+        prepared("SELECT nextval(($1::text)::regclass)", Access::Internal)->read({&sequence, 1}, row);
+    } else {
+        const StoredValue names[] = {StoredValue::ofText(target_.name(table.name)),
+                                     StoredValue::ofText(column.name.toUtf8())};
+        prepared("SELECT mkl_next($1::text, $2::text), mkl_sequence($1::text, $2::text)", Access::Internal)
+            ->read(names, row);
+        counter = {owned(row.value(0, 1)).bytes, session_->lockPeriod()};
+    }
     const qint64 number = row.value(0, 0).integer;
     if (number > std::numeric_limits<mkl::Long>::max()) mkl::throwError(mkl::err::Overflow);
     return number;

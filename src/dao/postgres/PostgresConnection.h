@@ -69,6 +69,11 @@ private:
     QByteArray schemaStamp_;
     QHash<QString, std::shared_ptr<PostgresGuard>> guards_; ///< by table
     quint64 guardCount_ = 0;
+    struct Counter {
+        QByteArray sequence;
+        quint64 settledIn = 0; ///< the transaction in which it was seen to be beyond all numbers
+    };
+    QHash<QString, Counter> counters_;                   ///< by table, of which each has one at most
     QHash<QString, std::shared_ptr<RowStore>> defaults_; ///< columns and what a new row has there, by table
     PostgresTarget target_;
     PostgresLocalRows localRows_;

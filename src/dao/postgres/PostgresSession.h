@@ -77,6 +77,8 @@ public:
     /// transaction; an error tells where that cannot be known.
     void commit();
     void rollback();
+    /// Differs where the locks of the transaction may have been given up in between.
+    quint64 lockPeriod() const { return locks_; }
     bool inTransaction() const { return begins_ || isInTransaction(); }
 
 private:
