@@ -95,6 +95,7 @@ public:
     double readSeconds() {
         return medianSeconds(1, [&] { browser.RefreshPane(mkl::acbPaneCategoryTree); });
     }
+    Engine engine() const { return catalogue_.engine(); }
     void select(int category) { browser.setSelected(mkl::acbPaneCategoryTree, category); }
     mkl::ArtCatBrowserPrivate& hub() const { return mkl::BrowserAccess::hub(browser); }
 

@@ -16,7 +16,8 @@ constexpr int Source = BrowserOnForest::Root;
 constexpr int Target = BrowserOnForest::LevelParent;
 constexpr int LastKey = 9'999'993; ///< what is copied gets keys behind it
 
-/// The same inserts, in the same sequence, in one transaction.
+/// The same inserts, in the same sequence, in one transaction; on a server each category is asked for those below it as
+/// well, which is a way there and back.
 void copyRaw(const BrowserOnForest& forest) {
     const std::vector<int> keys =
         forest.keys(u"SELECT \"Kategorie-Schlüssel\" FROM \"ARTIKEL/KATEGORIEN\" WHERE \"Kategorie-Schlüssel\" = %1 OR "
@@ -36,6 +37,8 @@ void copyRaw(const BrowserOnForest& forest) {
         u"INSERT INTO \"ARTKAT\" (\"Artikel-Schlüssel\", \"Kategorie-Schlüssel\", \"Order\", \"LetzteÄnderung\") "
         "SELECT \"Artikel-Schlüssel\", ?1, \"Order\", '2026-11-21 12:00:00' FROM \"ARTKAT\" WHERE "
         "\"Kategorie-Schlüssel\" = ?2"_s);
+    const auto below =
+        forest.raw.prepare(u"SELECT * FROM \"ARTIKEL/KATEGORIEN\" WHERE \"Parent\" = ?1 ORDER BY \"Order\""_s);
     QHash<int, int> copies;
     int next = LastKey;
     for (const int key : keys) {
@@ -46,6 +49,7 @@ void copyRaw(const BrowserOnForest& forest) {
         copies[key] = next += 10;
         category->run(next, key, parent);
         articles->run(next, key);
+        if (forest.engine() == Engine::Server) below->run(key);
     }
     forest.raw.commit();
 }

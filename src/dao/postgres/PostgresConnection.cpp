@@ -165,12 +165,20 @@ ColumnValues PostgresConnection::initialValues(const jet::Table& table) {
     for (qsizetype row = 0; row < rows->size(); ++row) {
         const int column = table.columnIndex(QString::fromUtf8(rows->value(row, 0).bytes));
         if (column < 0 || table.columns[column].autoNumber) continue;
-        RowStore value;
-        prepared("SELECT " + rows->value(row, 1).bytes, Access::Read)->read({}, value);
         const jet::Column& target = table.columns[column];
-        result.append({column, encodeFor(decode(value.value(0, 0), target.type), target)});
+        result.append({column, encodeFor(decode(valueOf(rows->value(row, 1).bytes), target.type), target)});
     }
     return result;
+}
+
+// A number stands for itself; anything else the server knows.
+StoredValue PostgresConnection::valueOf(const QByteArray& expression) {
+    bool isNumber = false;
+    const Long number = expression.toInt(&isNumber);
+    if (isNumber) return StoredValue::ofInteger(number);
+    RowStore value;
+    prepared("SELECT " + expression, Access::Read)->read({}, value);
+    return owned(value.value(0, 0));
 }
 
 std::shared_ptr<const RowStore> PostgresConnection::defaultsOf(const jet::Table& table) {

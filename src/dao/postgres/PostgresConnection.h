@@ -56,6 +56,7 @@ private:
     void applySettings();
     std::shared_ptr<Statement> make(const QByteArray& native, Access access, PostgresGuards guards);
     PostgresGuards guardsOf(const QByteArray& native);
+    StoredValue valueOf(const QByteArray& expression);
     std::shared_ptr<const RowStore> defaultsOf(const jet::Table& table);
     qint64 takeCounter(const jet::Table& table, const jet::Column& column);
 
