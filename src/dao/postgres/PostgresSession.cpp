@@ -202,9 +202,9 @@ PostgresResult PostgresSession::run(const PostgresCall& call, const PostgresValu
                                     const PostgresGuards& guards, const PostgresRowSink& sink) {
     requireConnection();
     const PostgresGuards asked = prepareGuards(guards);
-    if (begins_) observeFaultPoint("BEGIN");
-    const QByteArray fault = passFaultPoint(raw(), call.native);
     const bool begins = std::exchange(begins_, false), saved = !begins && isInTransaction();
+    if (begins) observeFaultPoint("BEGIN");
+    const QByteArray fault = passFaultPoint(raw(), call.native);
     std::vector<PostgresResult> results;
     size_t own = 0;
     try {
@@ -244,6 +244,7 @@ PostgresResult PostgresSession::run(const PostgresCall& call, const PostgresValu
 void PostgresSession::begin() {
     requireConnection();
     begins_ = true;
+    savepoints_.forget();
     endLocks();
     transactionNumber_.clear();
 }
@@ -252,6 +253,7 @@ void PostgresSession::beginLocked() {
     requireConnection();
     endLocks();
     const PostgresResult begun = asked(beginLockedText);
+    savepoints_.forget();
     if (isFailure(begun) && isInTransaction()) PQclear(PQexec(raw(), "ROLLBACK"));
     if (isFailure(begun)) raisePostgresError(raw(), begun.get(), context_);
     transactionNumber_ = numberIn(begun);
@@ -282,11 +284,11 @@ void PostgresSession::rollbackTo(const QByteArray& name) {
 }
 
 void PostgresSession::commit() {
-    savepoints_.forget();
     endLocks();
     if (std::exchange(begins_, false)) return; // nothing was done in it
     if (isLost()) raiseServerLost(context_);
     PostgresResult result = asked("COMMIT");
+    savepoints_.forget();
     if (isLost()) {
         if (!isCommitted()) raiseServerLost(context_);
         return;
@@ -314,9 +316,10 @@ bool PostgresSession::isCommitted() {
 }
 
 void PostgresSession::rollback() {
-    savepoints_.forget();
+    savepoints_.forget(); // they go with it
     endLocks();
     if (!std::exchange(begins_, false)) script("ROLLBACK");
+    savepoints_.forget();
 }
 
 bool PostgresSession::isInTransaction() const {
