@@ -82,7 +82,9 @@ void StressWorker::noteFailures() {
     for (qsizetype i = 0; i < reports.size(); ++i) {
         const bool isBehindNotice = i > 0 && reports[i - 1].code != 0;
         const bool lacksRow = reports[i].number == dao::err::NoCurrentRecord;
-        if (reports[i].code != 0 || (lacksRow && (isBehindNotice || role_.sharesCategories))) continue;
+        const bool lacksItem = reports[i].number == err::ElementNotFound; // in the list that was read again
+        const bool isStale = role_.sharesCategories && (lacksRow || lacksItem);
+        if (reports[i].code != 0 || isStale || (lacksRow && isBehindNotice)) continue;
         ++step_.reports;
         step_.failure = reports[i].number;
     }
