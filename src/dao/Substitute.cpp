@@ -3,6 +3,7 @@
 #include "base/Texts.h"
 #include "dao/Errors.h"
 
+#include <algorithm>
 #include <type_traits>
 
 namespace dao {
@@ -69,7 +70,7 @@ public:
             return statement_->run(parameters);
         } catch (const NotExpressible&) {
         } catch (const mkl::RunTimeError& error) {
-            if (error.number() == err::InternalError) throw; // of other tables
+            if (concernsAllRows(error.number())) throw; // an internal one: of other tables
             connection_.transaction().requireSound();
         }
         Substitute& other = *connection_.substitute();
@@ -88,6 +89,13 @@ private:
 
 NotExpressible::NotExpressible(QString source)
     : RunTimeError(err::InternalError, mkl::runTimeText(err::InternalError, {source}), source) {}
+
+bool concernsAllRows(mkl::Long error) {
+    constexpr mkl::Long errors[] = {err::OutOfMemory,  err::InternalError,      err::DiskFull,
+                                    err::ReadOnly,     err::DiskError,          err::Interrupted,
+                                    err::NotPermitted, err::TransactionGivenUp, err::Locked};
+    return std::ranges::find(errors, error) != std::end(errors);
+}
 
 std::shared_ptr<Statement> prepareLenient(Connection& connection, const QByteArray& strict, const QByteArray& lenient,
                                           WriteFor write) {

@@ -12,6 +12,9 @@ public:
     explicit NotExpressible(QString source = {});
 };
 
+/// Whether an error has nothing to do with the row it met: a lock, a full disk, a lost server, a lacking right.
+bool concernsAllRows(mkl::Long error);
+
 /// Runs statements in place of an engine that cannot express them.
 class Substitute {
 public:

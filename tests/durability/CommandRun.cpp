@@ -39,6 +39,8 @@ public:
     qint64 count() const { return count_; } ///< of statements, with the one that fails
     bool isBeforeTransaction() const { return !inTransaction_ && !behindCommit_ && !native_.startsWith("BEGIN"); }
     bool isBehindCommit() const { return behindCommit_; }
+    /// Of the rows below all categories; those below a single one are read by themselves then.
+    bool isReadAhead() const { return native_.contains("\"Parent\" FROM "); }
     // A server gives nothing up but with its connection: every statement is undone by itself.
     bool givesUp(dao::StatementFault fault) const {
         if (testsOnServer() && fault != dao::StatementFault::LostConnection) return false;
@@ -121,6 +123,7 @@ struct CommandRun::Ended {
     int levels = 0;
     bool beforeTransaction = false;
     bool behindCommit = false; ///< the statement that failed
+    bool readAhead = false;    ///< …, of rows that are asked for once more then
     bool givenUp = false;      ///< … made the engine give the transaction up
     QStringList listBefore, list, listStored;
     bool keptRows = true;
@@ -199,6 +202,7 @@ CommandRun::Ended CommandRun::runOnce(FaultReport& report, Kind kind, FileFault 
 
         ended.beforeTransaction = failing.isBeforeTransaction();
         ended.behindCommit = failing.isBehindCommit();
+        ended.readAhead = testsOnServer() && failing.isReadAhead();
         ended.givenUp = kind == Kind::Statement && failing.givesUp(statementFault);
         ended.engineFails = kind == Kind::File;
         ended.fault = statementFault;
@@ -225,7 +229,8 @@ void CommandRun::judge(FaultReport& report, const Ended& ended) const {
     complainIf(!isKnown, u"who reports"_s);
     // A server sets a counter right that others have overtaken, and the row is stored then.
     const bool isTriedAgain = testsOnServer() && ended.fault == dao::StatementFault::Constraint;
-    const bool maySilent = ended.engineFails || isTriedAgain || (command_.silentBefore && ended.beforeTransaction);
+    const bool maySilent =
+        ended.engineFails || isTriedAgain || ended.readAhead || (command_.silentBefore && ended.beforeTransaction);
     complainIf(report.fired && reporter.isEmpty() && !maySilent, u"the failure was not reported"_s);
     const Outcome outcome = reporter.isEmpty() ? command_.done : command_.failures.value(reporter);
 

@@ -1,6 +1,7 @@
 #include "dao/postgres/PostgresRowChanges.h"
 
 #include "base/RunTimeError.h"
+#include "dao/Substitute.h"
 #include "jet/model/Target.h"
 
 #include <QByteArrayList>
@@ -49,8 +50,8 @@ qint64 PostgresRowChanges::carryOver(bool lenient) {
     const auto tried = [&](auto&& action) {
         try {
             action();
-        } catch (const mkl::RunTimeError&) {
-            if (!lenient || !server_.inTransaction()) throw;
+        } catch (const mkl::RunTimeError& error) {
+            if (!lenient || !server_.inTransaction() || concernsAllRows(error.number())) throw;
             ++refused;
         }
     };
