@@ -8,7 +8,7 @@ build_packages=(
 run_packages=(libqt6svg6 qt6-translations-l10n fonts-dejavu-core)
 test_packages=(
     libgtest-dev libgmock-dev clang-format libfaketime openssl postgresql-15 postgresql-15-pglogical python3 sqlite3
-    xvfb xauth openbox xdotool imagemagick x11-utils)
+    xvfb xauth openbox xdotool imagemagick x11-utils x11-xkb-utils)
 
 fuzz_packages=(clang libclang-rt-14-dev python3)
 

@@ -3,7 +3,7 @@
 # Status 77 (skipped) if there is no display server to be had.
 set -euo pipefail
 
-for needed in Xvfb openbox xdotool xdpyinfo import; do
+for needed in Xvfb openbox setxkbmap xdotool xdpyinfo import; do
     command -v "$needed" >/dev/null || { echo "skipped: $needed is missing, ./test installs it"; exit 77; }
 done
 
@@ -22,6 +22,7 @@ done
 DISPLAY=:$(cat "$XDG_RUNTIME_DIR/display")
 export DISPLAY QT_QPA_PLATFORM=xcb
 unset WAYLAND_DISPLAY
+setxkbmap de # a key that no layout has would be put on some key for a moment, which a busy program may miss
 LSAN_OPTIONS=suppressions=$(dirname "${BASH_SOURCE[0]}")/leaks.supp:print_suppressions=0
 export LSAN_OPTIONS
 openbox >"$XDG_RUNTIME_DIR/openbox.log" 2>&1 &
