@@ -30,6 +30,13 @@ protected:
     LinkButton& link() const { return constituent<LinkButton>(u"NoticeAction"_s); }
     IntervalTimer& timer() const { return *browser->findChild<IntervalTimer*>(u"NoticeTimer"_s); }
     void tick() const { timer().tick(); }
+    /// A server tells of what others have stored a moment later.
+    void tickUntilShown() const {
+        EXPECT_TRUE(QTest::qWaitFor([this] {
+            tick();
+            return bar().isVisible();
+        }));
+    }
     void rename(Long category, const QString& name) const {
         other_->Execute(
             u"UPDATE [ARTIKEL/KATEGORIEN] SET Kategoriename='%1' WHERE [Kategorie-Schlüssel]=%2"_s.arg(name).arg(
@@ -38,7 +45,7 @@ protected:
     }
     void othersWrite() const {
         rename(50, u"Geräte"_s);
-        tick();
+        tickUntilShown();
     }
 
     Ref<dao::Workspace> others_ = dao::DBEngine::CreateWorkspace();
@@ -132,22 +139,19 @@ TEST_F(ChangeNoticeTest, staysUntilEveryPaneOnShowWasReadAgain) {
     browser->RefreshPane(acbPaneArticlePool);
     EXPECT_FALSE(bar().isVisible());
     rename(50, u"Neu"_s);
-    tick();
-    EXPECT_TRUE(bar().isVisible());
+    tickUntilShown();
     browser->setShowArticlePool(false);
     browser->RefreshPane(acbPaneCategoryTree);
     EXPECT_FALSE(bar().isVisible());
     browser->setShowArticlePool(true);
     ASSERT_EQ(pool().ListItems().Count(), 2);
-    tick();
-    EXPECT_TRUE(bar().isVisible()); // its rows are still those of before
+    tickUntilShown(); // its rows are still those of before
 }
 
 TEST_F(ChangeNoticeTest, whatHappensDuringAReadIsNews) {
     pump.whenServed = [this] { pump.whenServed = nullptr, rename(41, u"Muttern"_s); };
     browser->RefreshPane(acbPaneArticlePool);
-    tick();
-    EXPECT_TRUE(bar().isVisible());
+    tickUntilShown();
 }
 
 TEST_F(ChangeNoticeTest, waitsForTheEndOfAForm) {
@@ -159,8 +163,7 @@ TEST_F(ChangeNoticeTest, waitsForTheEndOfAForm) {
     tick();
     EXPECT_FALSE(bar().isVisible());
     form.close();
-    tick();
-    EXPECT_TRUE(bar().isVisible());
+    tickUntilShown();
 }
 
 TEST_F(ChangeNoticeTest, waitsForTheEndOfATransaction) {
@@ -169,8 +172,7 @@ TEST_F(ChangeNoticeTest, waitsForTheEndOfATransaction) {
     tick();
     EXPECT_FALSE(bar().isVisible());
     catalogue.workspace()->Rollback();
-    tick();
-    EXPECT_TRUE(bar().isVisible());
+    tickUntilShown();
 }
 
 TEST_F(ChangeNoticeTest, waitsForTheEndOfARead) {
@@ -197,8 +199,7 @@ TEST_F(ChangeNoticeTest, canBeReachedByKeysAndGivesTheFocusBack) {
     EXPECT_TRUE(tree().hasFocus());
     EXPECT_TRUE(node(50)->Text().endsWith(u"Geräte"_s));
     rename(50, u"Neu"_s);
-    tick();
-    ASSERT_TRUE(bar().isVisible());
+    tickUntilShown();
     link().setFocus(Qt::TabFocusReason);
     QTest::keyClick(&link(), Qt::Key_Space);
     EXPECT_FALSE(bar().isVisible());
@@ -233,7 +234,8 @@ TEST_F(ChangeNoticeTest, offNothingLooks) {
     EXPECT_FALSE(timer().Enabled());
     rename(50, u"Neu"_s);
     browser->Populate();
-    EXPECT_TRUE(catalogue.database()->takeChangedByOthers()); // it is still to be told
+    EXPECT_TRUE(
+        QTest::qWaitFor([this] { return catalogue.database()->takeChangedByOthers(); })); // it is still to be told
 }
 
 TEST_F(ChangeNoticeTest, ofAClosedCatalogueThereIsNoNews) {
