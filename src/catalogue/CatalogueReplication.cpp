@@ -129,6 +129,7 @@ ReplicationStatus replicationStatus(dao::Database& database) {
     if (status.node.isEmpty()) return status; // from a backup: the extension without what it was told
     status.subscriptions = sql.subscriptions();
     status.consumers = sql.consumers();
+    status.secondsAhead = sql.secondsAhead();
     return status;
 }
 
@@ -136,8 +137,8 @@ bool ReplicationStatus::isWorking() const {
     const auto replicates = [](const ReplicaSubscription& subscription) {
         return subscription.state == u"replicating";
     };
-    return !node.isEmpty() && missingSettings.isEmpty() && std::ranges::all_of(subscriptions, replicates) &&
-           std::ranges::all_of(consumers, &ReplicaConsumer::active);
+    return !node.isEmpty() && missingSettings.isEmpty() && secondsAhead == 0 &&
+           std::ranges::all_of(subscriptions, replicates) && std::ranges::all_of(consumers, &ReplicaConsumer::active);
 }
 
 } // namespace mkl

@@ -32,6 +32,7 @@ struct ReplicationStatus {
     QList<ReplicaSubscription> subscriptions;
     QList<ReplicaConsumer> consumers;
     QStringList missingSettings; ///< of the server, as they should be
+    qint64 secondsAhead = 0;     ///< of the latest row before this server's clock: some clock is wrong
 
     /// Whether the site takes and gives rows as it should.
     bool isWorking() const;

@@ -5,6 +5,7 @@
 
 #include <QDeadlineTimer>
 #include <QThread>
+#include <algorithm>
 
 namespace mkl {
 
@@ -192,6 +193,19 @@ QList<ReplicaConsumer> ReplicationSql::consumers() const {
              3))
         found.append({row[0], row[1] == u"true", row[2].toLongLong()});
     return found;
+}
+
+qint64 ReplicationSql::secondsAhead() const {
+    if (one(u"SELECT current_setting('track_commit_timestamp')"_s) != u"on") return 0;
+    constexpr qint64 tolerance = 2;
+    qint64 most = 0;
+    for (const CatalogueTable& table : catalogueTables()) {
+        const QString ahead = one(
+            u"SELECT ceil(extract(epoch FROM max(pg_xact_commit_timestamp(xmin)) - clock_timestamp()))::bigint::text "
+            "FROM public.%1"_s.arg(quoted(table.name)));
+        most = std::max(most, ahead.toLongLong());
+    }
+    return most > tolerance ? most : 0;
 }
 
 } // namespace mkl

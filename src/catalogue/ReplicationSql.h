@@ -43,6 +43,8 @@ public:
     std::optional<qint64> highestCategory(Long digit) const;
     QList<ReplicaSubscription> subscriptions() const;
     QList<ReplicaConsumer> consumers() const;
+    /// How far in the future some row was stored, by this server's clock; 0 for a moment that two clocks may differ.
+    qint64 secondsAhead() const;
 
 private:
     QString one(const QString& query) const; ///< empty for Null and for no row

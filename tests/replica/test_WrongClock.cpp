@@ -1,5 +1,6 @@
 // The clock of one site is an hour ahead.
 #include "Sites.h"
+#include "catalogue/CatalogueReplication.h"
 #include "support/Printing.h"
 
 using namespace mkl;
@@ -50,6 +51,17 @@ TEST_F(WrongClock, theSiteAheadTakesNoChangesOfItsRowsUntilItStoresThemAnew) {
     rename(0, 21, u"auch von 2"_s);
     EXPECT_TRUE(sites.becomeEqual());
     EXPECT_EQ(nameOf(1, 11), "von 2");
+}
+
+TEST_F(WrongClock, theStatusOfTheOtherSiteTellsOfIt) {
+    const auto secondsAhead = [this](std::size_t site) { return replicationStatus(*sites[site].open()).secondsAhead; };
+    EXPECT_EQ(secondsAhead(1), 0); // all its rows were stored there
+    rename(0, 11, u"von 1"_s);
+    ASSERT_TRUE(sites.becomeEqual());
+    EXPECT_GT(secondsAhead(1), oneHour - 300);
+    EXPECT_LE(secondsAhead(1), oneHour);
+    EXPECT_FALSE(replicationStatus(*sites[1].open()).isWorking());
+    EXPECT_EQ(secondsAhead(0), 0);
 }
 
 TEST_F(WrongClock, newAndDeletedRowsArriveAllTheSame) {

@@ -104,6 +104,12 @@ struct PostgresServer::Data {
     QProcess server;
     QStringList free;
     int made = 0;
+
+    QString logFile() const { return folder.filePath(u"log"_s); }
+    QByteArray log() const {
+        QFile file(logFile());
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
 };
 
 PostgresServer& PostgresServer::instance() {
@@ -143,6 +149,8 @@ void PostgresServer::launch() {
     QStringList command = d_->environment + QStringList{binary(u"postgres"_s), u"-D"_s, d_->folder.filePath(u"data"_s)};
     for (const QString& setting : settings + d_->settings)
         command += {u"-c"_s, setting};
+    // Not into a pipe: nobody reads it while a test runs, and a full one would stop the server.
+    d_->server.setStandardOutputFile(d_->logFile(), QIODevice::Append);
     run(d_->server, asServerUser(command));
 }
 
@@ -153,7 +161,7 @@ void PostgresServer::start() {
     while (PQping(url.constData()) != PQPING_OK) {
         if (!d_->server.waitForFinished(10)) continue;
         // After a kill the last of its processes may still hold the memory that they shared.
-        if (patient.hasExpired()) throw std::runtime_error(d_->server.readAll().toStdString());
+        if (patient.hasExpired()) throw std::runtime_error(d_->log().toStdString());
         launch();
     }
 }

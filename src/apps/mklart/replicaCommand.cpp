@@ -39,6 +39,7 @@ QString asJson(const ReplicationStatus& status) {
                              {u"nextCategory"_s, status.nextCategory},
                              {u"subscriptions"_s, subscriptions},
                              {u"consumers"_s, consumers},
+                             {u"secondsAhead"_s, status.secondsAhead},
                              {u"missingSettings"_s, QJsonArray::fromStringList(status.missingSettings)}};
     return QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact));
 }
@@ -58,6 +59,7 @@ void printText(const ReplicationStatus& status) {
                  {slot, text(active ? TextId::ToolReplicaUp : TextId::ToolReplicaDown), QString::number(bytesBehind)}));
     for (const QString& setting : status.missingSettings)
         printLine(text(TextId::ToolReplicaSetting, {setting}));
+    if (status.secondsAhead > 0) printLine(text(TextId::ToolReplicaClock, {QString::number(status.secondsAhead)}));
 }
 
 /// Of a catalogue that works together with others; one that does not is in order as it is.
