@@ -2,31 +2,18 @@
 #include "base/Texts.h"
 #include "jet/functions/Aggregates.h"
 #include "jet/functions/Functions.h"
+#include "support/DocsPage.h"
 #include "support/Printing.h"
-
-#include <QFile>
-#include <QRegularExpression>
-#include <QStringList>
 
 using namespace jet;
 using namespace Qt::StringLiterals;
 
 namespace {
 
-// The part of the page under that heading.
-QString section(const QString& heading) {
-    QFile file(QStringLiteral(MKL_SOURCE_DIR "/docs/dialect.md"));
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-    const QString page = QString::fromUtf8(file.readAll());
-    const qsizetype begin = page.indexOf(u"\n## "_s + heading + u'\n');
-    EXPECT_GE(begin, 0) << heading.toStdString();
-    return page.mid(begin + 4, page.indexOf(u"\n## "_s, begin + 4) - begin - 4);
-}
-
 // What the expression captures in the first cells of the tables there.
 QStringList firstCells(const QString& heading, const QRegularExpression& captured) {
     QStringList found;
-    const QStringList lines = section(heading).split(u'\n');
+    const QStringList lines = mkl::sectionOf(u"dialect.md"_s, heading).split(u'\n');
     for (const QString& line : lines) {
         if (!line.startsWith(u"| ")) continue;
         const QString cell = line.section(u'|', 1, 1);

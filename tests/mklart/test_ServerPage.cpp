@@ -1,6 +1,7 @@
 // What docs/server.md tells administrators to do is done here, line by line, on a server of its own.
 #include "base/RunTimeError.h"
 #include "dao/Workspace.h"
+#include "support/DocsPage.h"
 #include "support/Printing.h"
 #include "support/RelayedLine.h"
 #include "support/TlsServer.h"
@@ -17,14 +18,7 @@ namespace {
 
 /// The blocks of commands and settings below that heading.
 QStringList blocksOf(const QString& heading) {
-    QFile page(QStringLiteral(MKL_SOURCE_DIR "/docs/server.md"));
-    EXPECT_TRUE(page.open(QIODevice::ReadOnly));
-    const QString section =
-        QString::fromUtf8(page.readAll()).section(u"\n## "_s + heading + u'\n', 1).section(u"\n## "_s, 0, 0);
-    QStringList blocks = section.split(QRegularExpression(u"^```\\n"_s, QRegularExpression::MultilineOption));
-    for (qsizetype place = blocks.size() - 1; place >= 0; place -= 2)
-        blocks.removeAt(place); // the prose between them
-    return blocks;
+    return codeBlocksOf(u"server.md"_s, heading);
 }
 
 // The addresses of an office are none of this machine.
@@ -54,8 +48,7 @@ public:
         file.close();
         run(u"mklart demo alt.sqlite --articles=20"_s);
         runOnServer(server.url("postgres"), "CREATE ROLE postgres SUPERUSER LOGIN");
-        for (const QString& line : blocksOf(u"Ein Server"_s).value(1).split(u'\n', Qt::SkipEmptyParts))
-            run(line);
+        runAll(blocksOf(u"Ein Server"_s).value(1));
         run(u"psql -d katalog -c \"\\password mkl_replication\""_s);
     }
 
@@ -71,6 +64,10 @@ public:
         return runShell(server.path({}),
                         u"ln -sfn " MKL_SOURCE_DIR "/scripts scripts; export %1; %2"_s.arg(settings.join(u' '), line),
                         typed + typed);
+    }
+    void runAll(const QString& block) {
+        for (const QString& line : block.split(u'\n', Qt::SkipEmptyParts))
+            run(line);
     }
     QString url(const RelayedLine& line, const QString& role, const QString& mode) const {
         return u"postgresql://%1@stelle1:%2/katalog?hostaddr=127.0.0.1&sslmode=%3&sslrootcert=%4"_s.arg(role)
@@ -151,6 +148,35 @@ TEST_F(ServerPage, theCertificateIsThatOfTheServer) {
     const QByteArray said = installed().run(line, there);
     EXPECT_FALSE(said.contains("Warn")) << said.constData();
     EXPECT_THROW(installed().run(QString(line).replace(u"stelle1"_s, u"stelle2"_s), there), std::runtime_error);
+}
+
+TEST_F(ServerPage, aBackupTakesThePlaceOfTheCatalogue) {
+    const QStringList blocks = blocksOf(u"Sichern und zurückholen"_s);
+    const QString rename =
+        u"mklart sql postgresql://mkl_clerk@127.0.0.1/katalog \"UPDATE ARTIKEL SET Artikelname='%1'\""_s;
+    const QByteArray names = "SELECT string_agg(DISTINCT \"Artikelname\", ',') FROM \"ARTIKEL\"";
+    installed().run(rename.arg(u"gesichert"_s));
+    installed().runAll(blocks.value(0));
+    installed().run(rename.arg(u"danach"_s));
+    installed().runAll(blocks.value(1));
+    EXPECT_EQ(installed().native(names), "gesichert");
+    installed().run(rename.arg(u"weiter"_s)); // the clerk still may
+    EXPECT_EQ(installed().native(names), "weiter");
+    EXPECT_EQ(runOnServer(installed().server.url("katalog_alt"), names), "danach");
+    EXPECT_THROW(installed().run(QString(rename).replace(u"mkl_clerk"_s, u"mkl_reader"_s).arg(u"nie"_s)),
+                 std::runtime_error);
+}
+
+TEST_F(ServerPage, aSoundCatalogueIsCheckedAndLeftAsItIs) {
+    EXPECT_NO_THROW(installed().runAll(blocksOf(u"Nach einer Unterbrechung"_s).value(0)));
+}
+
+TEST_F(ServerPage, theOwnerOpensWithANewVersionFirst) {
+    installed().native("COMMENT ON SCHEMA mkl IS '1'");
+    const QString clerk = u"mklart check postgresql://mkl_clerk@127.0.0.1/katalog"_s;
+    EXPECT_THROW(installed().run(clerk), std::runtime_error);
+    installed().runAll(blocksOf(u"Eine neue Fassung des Programms"_s).value(0));
+    EXPECT_NO_THROW(installed().run(clerk));
 }
 
 TEST_F(ServerPage, onlyTheAdministratorOfTheMachineNeedsNoPassword) {
