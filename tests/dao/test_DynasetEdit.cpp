@@ -236,6 +236,29 @@ TEST(DynasetEdit, AnotherProgramComesInBetween) {
     EXPECT_EQ(errorOf([&] { rows->Update(); }), 3167);
 }
 
+TEST(DynasetEdit, WhateverAnotherProgramChangesInBetweenIsNoticed) {
+    for (const QByteArray change :
+         {"Name = 'EINS'", "Name = 'eins '", "Name = ''", "Name = NULL", "Zahl = 8", "Zahl = NULL", "Leer = 0",
+          "Leer = 5", "Aktiv = 0", "Aktiv = NULL", "Wann = '2001-05-01 00:00:01'", "Wann = NULL", "Preis = 1.5001"}) {
+        const OpenedDatabase o(
+            "CREATE TABLE T (Nr INTEGER PRIMARY KEY, Name TEXT, Zahl INTEGER, Leer INTEGER, Aktiv YESNO, Wann DATETIME,"
+            "Preis CURRENCY, Ort TEXT); INSERT INTO T VALUES (1, 'eins', 7, NULL, -1, '2001-05-01 00:00:00', 1.5, "
+            "'A');");
+        const Ref<Recordset> rows = dynaset(o);
+        rows->Edit();
+        rows->setValue(u"Ort", u"B"_s);
+        o.file.run("UPDATE T SET " + change);
+        EXPECT_EQ(errorOf([&] { rows->Update(); }), 3197) << change.constData();
+        EXPECT_EQ(o.file.one("SELECT Ort FROM T"), "A") << change.constData();
+        rows->CancelUpdate();
+        rows->Edit(); // as it is now
+        rows->setValue(u"Ort", u"B"_s);
+        o.file.run("UPDATE T SET Nr = Nr"); // a change of nothing
+        EXPECT_EQ(errorOf([&] { rows->Update(); }), 0) << change.constData();
+        EXPECT_EQ(o.file.one("SELECT Ort FROM T"), "B") << change.constData();
+    }
+}
+
 TEST(DynasetEdit, AJoinTouchesOnlyTheTableOfTheColumn) {
     const OpenedDatabase o(catalogueTables());
     const Ref<Recordset> rows = dynaset(o, listStatement());

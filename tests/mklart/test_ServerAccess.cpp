@@ -162,11 +162,14 @@ TEST_F(ServerAccess, theTerminalDoesNotShowWhatIsTyped) {
 }
 
 TEST(ServerWarning, beforeAConnectionToAnotherMachineThatMayBeUnencrypted) {
-    const Tool tool;
+    Tool tool;
     const auto errors = [&](const QString& address) { return tool.run({u"check"_s, address}).errors; };
     const QString elsewhere = u"postgresql://anna@127.0.0.1.invalid:1/katalog"_s;
     EXPECT_TRUE(errors(elsewhere).startsWith(u"Warnung: Die Verbindung zu '127.0.0.1.invalid' bleibt unverschlüsselt"));
     EXPECT_TRUE(errors(elsewhere + u"?sslmode=disable"_s).contains(u"wird nicht verschlüsselt"));
     EXPECT_FALSE(errors(elsewhere + u"?sslmode=require"_s).contains(u"Warnung"));
     EXPECT_FALSE(errors(u"postgresql://anna@127.0.0.1:1/katalog"_s).contains(u"Warnung"));
+    tool.setVariable(u"PGSSLMODE"_s, u"disable"_s);
+    EXPECT_TRUE(errors(elsewhere).contains(u"wird nicht verschlüsselt"));
+    EXPECT_FALSE(errors(elsewhere + u"?sslmode=require"_s).contains(u"Warnung"));
 }

@@ -60,6 +60,8 @@ void raiseClosedTableOf(PGconn* connection, const QByteArray& native, const QStr
 } // namespace
 
 PostgresRights PostgresRights::of(PostgresSession& session) {
+    if (PQntuples(session.script("SELECT 1 FROM pg_namespace WHERE nspname = 'public'").get()) == 0)
+        throw mkl::RunTimeError(err::ObjectNotFound, mkl::text(mkl::TextId::ServerSchemaMissing, {u"public"_s}));
     const PostgresResult closed = session.script(closedSchemaText);
     if (PQntuples(closed.get()) > 0) raiseClosedSchema(textAt(closed, 0, 0), {});
     const PostgresResult rights = session.script(rightsText);

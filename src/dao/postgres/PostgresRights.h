@@ -8,7 +8,7 @@ struct PostgresRights {
     bool isReadOnly = false; ///< a spare server, or a database that is set so
     bool mayWrite = true;    ///< rows of some table, or make the first table
 
-    /// 3112 where the user may not even look into the schemas.
+    /// 3011 where there is no schema for the tables, 3112 where the user may not even look into the schemas.
     static PostgresRights of(PostgresSession& session);
 };
 

@@ -110,6 +110,31 @@ TEST(PostgresOpening, TellsWhereAnAddressLeads) {
     EXPECT_FALSE(isServerAddress(u"/tmp/postgresql"_s));
 }
 
+TEST(PostgresOpening, TheEnvironmentCompletesAnAddress) {
+    const auto at = [](const char* mode) {
+        qputenv("PGSSLMODE", mode);
+        const ServerAddress address = serverAddress(u"postgresql://rechner/x"_s);
+        const ServerAddress given = serverAddress(u"postgresql://rechner/x?sslmode=verify-full"_s);
+        qunsetenv("PGSSLMODE");
+        EXPECT_FALSE(given.mayBeUnencrypted || given.refusesEncryption) << mode;
+        return address;
+    };
+    EXPECT_TRUE(at("disable").refusesEncryption);
+    EXPECT_TRUE(at("disable").mayBeUnencrypted);
+    EXPECT_FALSE(at("prefer").refusesEncryption);
+    EXPECT_TRUE(at("prefer").mayBeUnencrypted);
+    EXPECT_FALSE(at("require").mayBeUnencrypted);
+}
+
+TEST(PostgresOpening, WithoutTheSchemaOfTheTables) {
+    const TempDatabase file(threeRows());
+    mkl::runOnServer(file.path(), "ALTER SCHEMA public RENAME TO anders");
+    const Failure failure = failureOf(file.path());
+    mkl::runOnServer(file.path(), "ALTER SCHEMA anders RENAME TO public");
+    EXPECT_EQ(failure.number, 3011);
+    EXPECT_EQ(failure.description, u"Der Datenbank fehlt das Schema 'public', in dem die Tabellen stehen."_s);
+}
+
 TEST(PostgresOpening, ASocketIsNotEncrypted) {
     const OpenedDatabase o(threeRows());
     EXPECT_FALSE(o.database->isEncrypted());

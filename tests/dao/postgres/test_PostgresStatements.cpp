@@ -66,6 +66,24 @@ TEST(PostgresStatements, RepeatsAreFoundByTheKeyOfARow) {
     EXPECT_EQ(o.one(u"SELECT Count(*) FROM (SELECT DISTINCT Name FROM T) AS Q"_s), Variant(1));
 }
 
+TEST(PostgresStatements, ARowThatIsAsItWasSeenIsChangedByOneStatement) {
+    const OpenedDatabase o(articles);
+    const auto rename = [&](const QString& name) {
+        return sentBy([&] {
+            const Ref<Recordset> rows = o.open(u"SELECT Nr, Name FROM T WHERE Nr = 1"_s, dbOpenDynaset);
+            rows->Edit();
+            rows->setValue(u"Name", name);
+            rows->Update();
+        });
+    };
+    const QByteArrayList sent = rename(u"neu"_s);
+    const auto isUpdate = [](const QByteArray& native) { return native.startsWith("UPDATE "); };
+    ASSERT_FALSE(sent.isEmpty());
+    EXPECT_EQ(std::ranges::count_if(sent, isUpdate), 1) << sent.join('\n').constData();
+    EXPECT_TRUE(sent.last().contains("IS NOT DISTINCT FROM")) << sent.last().constData();
+    EXPECT_EQ(o.one(u"SELECT Name FROM T WHERE Nr = 1"_s), Variant(u"neu"_s));
+}
+
 TEST(PostgresStatements, NumbersJoinTexts) {
     const OpenedDatabase o(articles);
     QByteArrayList sent = sentBy([&] {
