@@ -243,6 +243,11 @@ TEST_F(ServerCatalogueTest, AnUnencryptedLineToAnotherMachineIsAskedAbout) {
         EXPECT_TRUE(box.text.contains(u"mitlesen"_s));
         EXPECT_EQ(box.flags, vbYesNo + vbExclamation + vbDefaultButton2);
     }
+    qputenv("PGSSLMODE", "disable");
+    asker_.answers = {vbNo};
+    EXPECT_FALSE(window_.showFile(u"postgresql://anna@server1.invalid/katalog"_s));
+    qunsetenv("PGSSLMODE");
+    EXPECT_TRUE(asker_.shown.takeFirst().text.contains(u"wird nicht verschlüsselt"_s));
     asker_.answers = {vbYes};
     EXPECT_FALSE(window_.showFile(u"postgresql://anna@server1.invalid/katalog?sslmode=disable"_s));
     EXPECT_EQ(asker_.shown.size(), 2); // and there is no such server

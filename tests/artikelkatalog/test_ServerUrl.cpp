@@ -39,6 +39,8 @@ TEST(ServerUrl, AnyNameComesBack) {
     EXPECT_EQ(back.encryption, parts.encryption);
     EXPECT_EQ(again(u"postgresql:///t1?user=mkl&host=/tmp/x"_s), u"postgresql://mkl@/t1?host=%2Ftmp%2Fx"_s);
     EXPECT_EQ(again(u"postgresql://anna@[::1]:5433/k"_s), u"postgresql://anna@[::1]:5433/k"_s);
+    const QString certified = u"postgresql://s/k?sslmode=verify-full&sslrootcert=%2Fa%26b.crt&connect_timeout=5"_s;
+    EXPECT_EQ(again(certified), certified);
 }
 
 // The engine understands the address as the dialog means it.
@@ -107,6 +109,15 @@ TEST_F(ServerDialogTest, BeginsWithWhatItIsGiven) {
     const ServerDialog dialog(ServerUrl::of(url));
     EXPECT_EQ(dialog.url(), url);
     EXPECT_EQ(in<QSpinBox>(dialog, "Port").value(), 5433);
+}
+
+TEST_F(ServerDialogTest, WhatItDoesNotShowStaysWithItsHost) {
+    const QString url = u"postgresql://anna@server1/%1?sslmode=verify-full&sslrootcert=/a.crt"_s;
+    const ServerDialog dialog(ServerUrl::of(url.arg(u"katalog"_s)));
+    in<QLineEdit>(dialog, "Database").setText(u"anderer"_s);
+    EXPECT_EQ(dialog.url(), url.arg(u"anderer"_s));
+    in<QLineEdit>(dialog, "Host").setText(u"server2"_s);
+    EXPECT_EQ(dialog.url(), u"postgresql://anna@server2/anderer?sslmode=verify-full"_s);
 }
 
 TEST_F(ServerDialogTest, EveryFieldHasAnAccessKeyOfItsOwn) {

@@ -34,7 +34,8 @@ constexpr std::array encryptions{
 } // namespace
 
 ServerDialog::ServerDialog(const ServerUrl& preset, QWidget* parent)
-    : QDialog(parent) {
+    : QDialog(parent)
+    , preset_(preset) {
     setObjectName(u"ServerDialog"_s);
     setWindowTitle(text(TextId::ProgramServerTitle));
     auto* grid = new QGridLayout(this);
@@ -104,13 +105,16 @@ void ServerDialog::allowOk() {
     ok_->setEnabled(!database_->text().trimmed().isEmpty());
 }
 
+// A certificate and the like belong to their host.
 ServerUrl ServerDialog::parts() const {
     const int port = port_->value();
-    return {.host = host_->text().trimmed(),
+    const QString host = host_->text().trimmed();
+    return {.host = host,
             .port = port == usualPort ? QString() : QString::number(port),
             .database = database_->text().trimmed(),
             .user = user_->text().trimmed(),
-            .encryption = encryption_->currentData().toString()};
+            .encryption = encryption_->currentData().toString(),
+            .others = host == preset_.host ? preset_.others : QString()};
 }
 
 QString ServerDialog::url() const {

@@ -33,6 +33,7 @@ private:
     void suggestEncryption();
     void allowOk();
 
+    const ServerUrl preset_;
     QLineEdit* host_ = nullptr;
     QSpinBox* port_ = nullptr;
     QLineEdit* database_ = nullptr;

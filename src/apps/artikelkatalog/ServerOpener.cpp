@@ -42,8 +42,7 @@ bool ServerOpener::open(const QString& url) {
 
 bool ServerOpener::mayConnect(const dao::ServerAddress& address) const {
     if (!address.isElsewhere || !address.mayBeUnencrypted) return true;
-    const bool isNever = url_.contains(u"sslmode=disable"_s);
-    const TextId question = isNever ? TextId::ProgramServerPlain : TextId::ProgramServerMaybePlain;
+    const TextId question = address.refusesEncryption ? TextId::ProgramServerPlain : TextId::ProgramServerMaybePlain;
     return asker().ask({.text = text(question, {address.host}), .flags = vbYesNo + vbExclamation + vbDefaultButton2}) ==
            vbYes;
 }

@@ -21,6 +21,14 @@ QString hostInUrl(const QString& host) {
     return host.contains(u':') ? u'[' + host + u']' : encoded(host);
 }
 
+QString othersIn(const QUrlQuery& query) {
+    const QStringList shown{u"host"_s, u"port"_s, u"dbname"_s, u"user"_s, u"sslmode"_s};
+    QStringList others;
+    for (const auto& [name, value] : query.queryItems(QUrl::FullyEncoded))
+        if (!shown.contains(name)) others += name + u'=' + value;
+    return others.join(u'&');
+}
+
 } // namespace
 
 ServerUrl ServerUrl::of(const QString& url) {
@@ -34,7 +42,8 @@ ServerUrl ServerUrl::of(const QString& url) {
             .port = part(u"port"_s, parsed.port() < 0 ? QString() : QString::number(parsed.port())),
             .database = part(u"dbname"_s, path),
             .user = part(u"user"_s, parsed.userName(QUrl::FullyDecoded)),
-            .encryption = query.queryItemValue(u"sslmode"_s)};
+            .encryption = query.queryItemValue(u"sslmode"_s),
+            .others = othersIn(query)};
 }
 
 QString ServerUrl::toString() const {
@@ -48,6 +57,7 @@ QString ServerUrl::toString() const {
     if (isSocket) parameters += u"host="_s + encoded(host);
     if (isSocket && !port.isEmpty()) parameters += u"port="_s + port;
     if (!encryption.isEmpty()) parameters += u"sslmode="_s + encryption;
+    if (!others.isEmpty()) parameters += others;
     return parameters.isEmpty() ? url : url + u'?' + parameters.join(u'&');
 }
 
