@@ -1,3 +1,4 @@
+#include "SiteStatements.h"
 #include "Sites.h"
 #include "catalogue/CatalogueRepair.h"
 #include "catalogue/CatalogueReplication.h"
@@ -10,26 +11,6 @@ using namespace mkl;
 using namespace Qt::StringLiterals;
 
 namespace {
-
-QString addCategory(int key, const QString& parent, int position) {
-    return u"INSERT INTO [ARTIKEL/KATEGORIEN] ([Kategorie-Schlüssel], [Kategoriename], [Parent], [Order], [Aktiv]) "
-           "VALUES (%1, 'K%1', %2, %3, -1)"_s.arg(key)
-               .arg(parent)
-               .arg(position);
-}
-
-QString moveCategory(int key, int parent) {
-    return u"UPDATE [ARTIKEL/KATEGORIEN] SET [Parent]=%1, [LetzteÄnderung]=Now() WHERE [Kategorie-Schlüssel]=%2"_s
-        .arg(parent)
-        .arg(key);
-}
-
-QString assign(int article, int category, int position) {
-    return u"INSERT INTO ARTKAT ([Artikel-Schlüssel], [Kategorie-Schlüssel], [Order]) VALUES (%1, %2, %3)"_s
-        .arg(article)
-        .arg(category)
-        .arg(position);
-}
 
 QString renameCategory(int key, const QString& name) {
     return u"UPDATE [ARTIKEL/KATEGORIEN] SET [Kategoriename]='%1' WHERE [Kategorie-Schlüssel]=%2"_s.arg(name).arg(key);

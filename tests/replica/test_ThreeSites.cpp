@@ -1,3 +1,4 @@
+#include "SiteStatements.h"
 #include "Sites.h"
 #include "catalogue/CatalogueRepair.h"
 #include "catalogue/CatalogueReplication.h"
@@ -8,22 +9,6 @@ using namespace mkl;
 using namespace Qt::StringLiterals;
 
 namespace {
-
-QString addCategory(int key, const QString& parent, int position) {
-    return u"INSERT INTO [ARTIKEL/KATEGORIEN] ([Kategorie-Schlüssel], [Kategoriename], [Parent], [Order], [Aktiv]) "
-           "VALUES (%1, 'K%1', %2, %3, -1)"_s.arg(key)
-               .arg(parent)
-               .arg(position);
-}
-
-QString addTo(int category) {
-    return u"INSERT INTO ARTKAT ([Artikel-Schlüssel], [Kategorie-Schlüssel], [Order]) VALUES (1, %1, 1)"_s.arg(
-        category);
-}
-
-QString moveCategory(int key, int parent) {
-    return u"UPDATE [ARTIKEL/KATEGORIEN] SET [Parent]=%1 WHERE [Kategorie-Schlüssel]=%2"_s.arg(parent).arg(key);
-}
 
 class ThreeSites : public testing::Test {
 protected:
@@ -37,7 +22,7 @@ TEST_F(ThreeSites, eachTakesFromBothOthersAndNoKeyIsGivenTwice) {
         for (std::size_t site = 0; site < sites.count(); ++site) {
             QStringList statements;
             for (int i = 0; i < 20; ++i)
-                statements.append(addTo(1000 * round + i));
+                statements.append(assign(1, 1000 * round + i, 1));
             sites[site].execute(statements);
         }
     };

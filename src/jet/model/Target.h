@@ -30,7 +30,8 @@ public:
     virtual QByteArray yesNo(const QByteArray& condition) const = 0;
     /// A number as a condition of the engine: true for all but 0, unknown for Null.
     virtual QByteArray condition(const QByteArray& number) const = 0;
-    /// A term of ORDER BY; Null comes first ascending and last descending.
+    /// A term of ORDER BY; Null comes first ascending and last descending. mayBeNull is false only where there can be
+    /// none: an index may serve the order then.
     virtual QByteArray orderTerm(const QByteArray& value, bool descending, bool mayBeNull) const = 0;
     /// Whether rows that ORDER BY leaves equal come in the same order each time.
     virtual bool keepsEqualsInOrder() const { return true; }
