@@ -68,7 +68,20 @@ QStringList ReplicationSql::missingSettings() const {
     for (const auto& [name, value] : wanted)
         if (one(u"SELECT current_setting(%1, true)"_s.arg(literal(name))) != value)
             missing.append(name + u" = "_s + value);
-    return missing;
+    return missing + missingPlugin();
+}
+
+// Later minor versions of the server let nobody read its log through a library that is not listed.
+QStringList ReplicationSql::missingPlugin() const {
+    const QString plugin = u"pglogical_output"_s;
+    const QStringList listed = column(u"SELECT setting FROM pg_settings WHERE name = 'output_plugin_libraries'"_s);
+    if (listed.isEmpty()) return {};
+    QStringList libraries;
+    for (const QString& library : listed.first().split(u',', Qt::SkipEmptyParts))
+        libraries.append(library.trimmed());
+    if (libraries.contains(plugin)) return {};
+    libraries.append(plugin);
+    return {u"output_plugin_libraries = '%1'"_s.arg(libraries.join(u", "_s))};
 }
 
 bool ReplicationSql::hasExtension() const {

@@ -47,6 +47,7 @@ public:
     qint64 secondsAhead() const;
 
 private:
+    QStringList missingPlugin() const;
     QString one(const QString& query) const; ///< empty for Null and for no row
     QStringList column(const QString& query) const;
 

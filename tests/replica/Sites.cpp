@@ -22,6 +22,12 @@ const QStringList replicating = {u"shared_preload_libraries=pglogical"_s,
                                  u"wal_retrieve_retry_interval=200ms"_s,
                                  u"wal_receiver_status_interval=1s"_s};
 
+// Later versions let only listed libraries read the log.
+QStringList permission() {
+    const QString setting = u"output_plugin_libraries"_s;
+    return PostgresServer::knows(setting) ? QStringList{setting + u"=pgoutput,pglogical_output"_s} : QStringList();
+}
+
 } // namespace
 
 bool eventually(const std::function<bool()>& condition) {
@@ -34,7 +40,7 @@ bool eventually(const std::function<bool()>& condition) {
 }
 
 Site::Site(const QStringList& settings, int clockAhead)
-    : server_(replicating + settings, clockAhead) {
+    : server_(replicating + permission() + settings, clockAhead) {
     runOnServer(server_.urlOf("postgres"), "CREATE DATABASE katalog");
     createCatalogue(url());
 }

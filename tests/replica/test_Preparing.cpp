@@ -155,6 +155,16 @@ TEST(Preparing, aServerWithoutTheSettingsIsTold) {
     EXPECT_EQ(status(site).status, 0);
 }
 
+TEST(Preparing, aServerThatDoesNotListTheLibraryIsTold) {
+    if (!PostgresServer::knows(u"output_plugin_libraries"_s)) GTEST_SKIP() << "this version lets any library read";
+    Site site({u"output_plugin_libraries=pgoutput, test_decoding"_s});
+    const ToolResult result = init(site, 1);
+    EXPECT_EQ(result.status, 1);
+    EXPECT_TRUE(result.errors.contains(u"output_plugin_libraries = 'pgoutput, test_decoding, pglogical_output'\n"))
+        << result.errors.toStdString();
+    EXPECT_TRUE(status(site).output.contains(u"fehlende Einstellung des Servers: output_plugin_libraries = "));
+}
+
 TEST(Preparing, theDigitOfAPreparedSiteStaysWithItsCounters) {
     Site site;
     EXPECT_EQ(init(site, 3).status, 0);

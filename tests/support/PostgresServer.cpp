@@ -53,11 +53,13 @@ void run(QProcess& process, const QStringList& command) {
     if (!process.waitForStarted(patience)) throw std::runtime_error("cannot start " + command.join(u' ').toStdString());
 }
 
-void runToEnd(const QStringList& command) {
+QByteArray runToEnd(const QStringList& command) {
     QProcess process;
     run(process, command);
-    if (!process.waitForFinished(patience) || process.exitCode() != 0)
-        throw std::runtime_error(process.readAll().toStdString());
+    const bool ended = process.waitForFinished(patience);
+    QByteArray said = process.readAll();
+    if (!ended || process.exitCode() != 0) throw std::runtime_error(said.toStdString());
+    return said;
 }
 
 const QSet<QByteArray>& keywords() {
@@ -201,6 +203,11 @@ void PostgresServer::returnDatabase(const QString& url) {
                      "pid <> pg_backend_pid(); DROP SCHEMA public CASCADE; CREATE SCHEMA public; "
                      "UPDATE mkl.local SET number = 0");
     d_->free.append(url);
+}
+
+bool PostgresServer::knows(const QString& setting) {
+    static const QByteArray all = runToEnd(asServerUser({binary(u"postgres"_s), u"--describe-config"_s}));
+    return ('\n' + all).contains('\n' + setting.toLatin1() + '\t');
 }
 
 void PostgresServer::copy(const QString& from, const QString& to) {

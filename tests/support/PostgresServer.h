@@ -24,6 +24,9 @@ public:
     void returnDatabase(const QString& url);
     QString urlOf(const QByteArray& database) const;
 
+    /// Whether this version of the server has such a setting; it refuses to start with one that it has not.
+    static bool knows(const QString& setting);
+
     /// Gives an empty database the tables of another one and their rows.
     static void copy(const QString& from, const QString& to);
 
